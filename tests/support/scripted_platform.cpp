@@ -23,7 +23,7 @@ void reset() {
     g_debug_level = 0;
 }
 
-void Platform::then(Exchange exchange, int times) {
+void Platform::then(const Exchange& exchange, int times) {
     exchanges.insert(exchanges.end(), static_cast<size_t>(times), exchange);
 }
 

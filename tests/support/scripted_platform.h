@@ -46,7 +46,7 @@ struct Platform {
     std::vector<std::string> logs;  // every line sent to the system log
     std::vector<int> logPriorities;
 
-    void then(Exchange exchange, int times = 1);
+    void then(const Exchange& exchange, int times = 1);
     bool logged(const std::string& text) const;  // some line contains the text
 };
 

@@ -1,0 +1,148 @@
+#include <sys/time.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <memory>
+
+#include "vcore/log_callback_list.h"
+#include "vcore/log_sink.h"
+
+namespace {
+
+constexpr std::size_t kTimestampSize = 64;
+// Lines up to this size, newline and terminator included, are built without the heap.
+constexpr std::size_t kShortLineSize = 512;
+
+struct Free {
+    void operator()(char* memory) const { free(memory); }
+};
+
+bool passesFilters(const log_sink_t& sink, uint32_t category, uint32_t level) {
+    if ((category & sink.categoryMask) == 0) {
+        return false;
+    }
+    return level <= sink.level || (level & sink.levelMask) != 0;
+}
+
+// One line under construction: timestamp, message and one newline.
+class Line {
+  public:
+    Line() { stamp(); }
+
+    // Adds the message. Returns false when it is empty or does not format, or memory runs out.
+    bool format(const char* format, va_list arguments);
+
+    const char* text() const { return mLong ? mLong.get() : mShort; }
+
+  private:
+    void stamp();
+    static void end(char* message);
+
+    char mShort[kShortLineSize];
+    std::unique_ptr<char, Free> mLong;
+    std::size_t mMessageStart = 0;
+};
+
+void Line::stamp() {
+    timeval now;
+    gettimeofday(&now, nullptr);
+    char timestamp[kTimestampSize] = "";
+    if (const tm* const local = localtime(&now.tv_sec)) {
+        strftime(timestamp, sizeof timestamp, "%Y-%m-%dT%H:%M:%S", local);
+    }
+    const int milliseconds = static_cast<int>(now.tv_usec / 1000);
+    const int length = snprintf(mShort, sizeof mShort, "%s.%03d ", timestamp, milliseconds);
+    mMessageStart = static_cast<std::size_t>(length);
+}
+
+bool Line::format(const char* format, va_list arguments) {
+    // The newline has a place of its own behind the message and its terminator.
+    const std::size_t room = sizeof mShort - mMessageStart - 1;
+    va_list measured;
+    va_copy(measured, arguments);
+    const int length = vsnprintf(mShort + mMessageStart, room, format, measured);
+    va_end(measured);
+    if (length < 1) {
+        return false;
+    }
+    const std::size_t size = static_cast<std::size_t>(length) + 1;
+    if (size <= room) {
+        end(mShort + mMessageStart);
+        return true;
+    }
+    mLong.reset(static_cast<char*>(malloc(mMessageStart + size + 1)));
+    if (mLong == nullptr) {
+        return false;
+    }
+    memcpy(mLong.get(), mShort, mMessageStart);
+    char* const message = mLong.get() + mMessageStart;
+    if (vsnprintf(message, size, format, arguments) < 1) {
+        return false;
+    }
+    end(message);
+    return true;
+}
+
+// Ends the line with one newline, in place of one that the message brought. As any text, the
+// message ends at its first NUL.
+void Line::end(char* message) {
+    std::size_t length = strlen(message);
+    if (length > 0 && message[length - 1] == '\n') {
+        --length;
+    }
+    memcpy(message + length, "\n", 2);
+}
+
+void emitTo(FILE* stream, const char* line) {
+    fputs(line, stream);
+    fflush(stream);
+}
+
+void emit(const log_sink_t& sink, const char* line) {
+    if ((sink.outputs & LOG_OUT_STDOUT) != 0) {
+        emitTo(stdout, line);
+    }
+    if ((sink.outputs & LOG_OUT_STDERR) != 0) {
+        emitTo(stderr, line);
+    }
+    if ((sink.outputs & LOG_OUT_FILE) != 0 && sink.stream != nullptr) {
+        emitTo(sink.stream, line);
+    }
+    if ((sink.outputs & LOG_OUT_CALLBACK) != 0 && sink.callbacks != nullptr) {
+        // By index: a callback may add or remove one.
+        const auto& entries = sink.callbacks->entries;
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            if (entries[i] != nullptr) {
+                entries[i](line);
+            }
+        }
+    }
+}
+
+}  // namespace
+
+int log_sink_vprintf(log_sink_t* sink, uint32_t category, uint32_t level, const char* format,
+                     va_list arguments) {
+    if (sink == nullptr || format == nullptr) {
+        return 1;
+    }
+    if (!passesFilters(*sink, category, level)) {
+        return 0;
+    }
+
+    Line line;
+    if (!line.format(format, arguments)) {
+        return 1;
+    }
+    emit(*sink, line.text());
+    return 0;
+}
+
+int log_sink_printf(log_sink_t* sink, uint32_t category, uint32_t level, const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    const int result = log_sink_vprintf(sink, category, level, format, arguments);
+    va_end(arguments);
+    return result;
+}

@@ -1,0 +1,93 @@
+#include "vcore/logger.h"
+
+namespace vcore {
+
+Mutex Logger::sMutex;
+std::atomic<Logger*> Logger::sDebugLog;
+
+void Logger::init(std::uint32_t level, std::uint32_t levelMask, std::uint32_t categoryMask,
+                  std::uint32_t outputs, const std::string& path) {
+    const AutoLock lock(&sMutex);
+    if (Logger* const logger = get()) {
+        logger->configure(level, levelMask, categoryMask, outputs, path);
+    } else {
+        sDebugLog = new Logger(level, levelMask, categoryMask, outputs, path);
+    }
+}
+
+void Logger::attach(log_sink_t* sink) {
+    const AutoLock lock(&sMutex);
+    delete sDebugLog.exchange(nullptr);
+    sDebugLog = new Logger(sink);
+}
+
+Logger::Logger(std::uint32_t level, std::uint32_t levelMask, std::uint32_t categoryMask,
+               std::uint32_t outputs, const std::string& path)
+    : mSink(nullptr), mPath(path), mBorrowed(false) {
+    mSink = log_sink_create();
+    if (mSink == nullptr) {
+        return;
+    }
+    log_sink_set_outputs(mSink, outputs);
+    log_sink_open_file(mSink, mPath.c_str(), "a");
+    setFilters(level, levelMask, categoryMask);
+}
+
+Logger::Logger(log_sink_t* borrowedSink) : mSink(borrowedSink), mBorrowed(true) {}
+
+Logger::~Logger() {
+    if (!mBorrowed) {
+        log_sink_destroy(mSink);
+    }
+}
+
+int Logger::log(std::uint32_t category, std::uint32_t level, const char* format, ...) {
+    const AutoLock lock(&sMutex);
+    if (mSink == nullptr) {
+        return 0;
+    }
+    va_list arguments;
+    va_start(arguments, format);
+    const int result = log_sink_vprintf(mSink, category, level, format, arguments);
+    va_end(arguments);
+    return result;
+}
+
+void Logger::configure(std::uint32_t level, std::uint32_t levelMask, std::uint32_t categoryMask,
+                       std::uint32_t outputs, const std::string& path) {
+    const AutoLock lock(&sMutex);
+    if (mSink == nullptr) {
+        return;
+    }
+    log_sink_set_outputs(mSink, outputs);
+    if (path != mPath) {
+        log_sink_close_file(mSink);
+        if (!path.empty()) {
+            log_sink_open_file(mSink, path.c_str(), "a");
+        }
+        mPath = path;
+    }
+    setFilters(level, levelMask, categoryMask);
+}
+
+void Logger::setFilters(std::uint32_t level, std::uint32_t levelMask, std::uint32_t categoryMask) {
+    log_sink_set_level(mSink, level);
+    log_sink_set_level_mask(mSink, levelMask);
+    log_sink_set_category_mask(mSink, categoryMask);
+}
+
+int Logger::closeFile() {
+    const AutoLock lock(&sMutex);
+    return hasFile() ? log_sink_close_file(mSink) : 0;
+}
+
+int Logger::truncateFile() {
+    const AutoLock lock(&sMutex);
+    if (!hasFile()) {
+        return 0;
+    }
+    const int closed = log_sink_close_file(mSink);
+    return closed | log_sink_open_file(mSink, mPath.c_str(), "w");
+}
+
+}  // namespace vcore

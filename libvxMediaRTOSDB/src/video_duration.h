@@ -1,0 +1,9 @@
+// The duration of one video.
+#pragma once
+
+#include <cstdint>
+
+// Asks the database, on a connection of its own, for the duration of a video.
+// dirName: up to 8 characters. fileName: up to 12 characters.
+// durationMs: receives the duration in milliseconds, 0 when the database does not tell it.
+void getVideoDuration(const char* dirName, const char* fileName, uint32_t* durationMs);

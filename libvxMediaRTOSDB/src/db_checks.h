@@ -1,0 +1,24 @@
+// The checks that the queries share once a response has come.
+#pragma once
+
+#include <cstdint>
+
+#include "libvxMediaRTOSDB/src/db_requests.h"
+#include "libvxMediaRTOSDB/src/db_responses.h"
+
+// Tells whether the result of an exchange, negative on failure, covers a response header.
+constexpr bool holdsResponseHeader(int bytesReceived) {
+    return bytesReceived >= static_cast<int>(sizeof(db_response_header));
+}
+
+// Sets count_returned to request_count when it is greater, and logs that at the given level.
+void correctCount(const db_request_header& request, db_response_header* response,
+                  uint32_t logLevel);
+
+// Logs a response token that differs from the request's.
+void checkToken(uint32_t responseToken, const db_request_header& request);
+
+// Returns the tag that a request carries for a pointer: its low 32 bits.
+inline uint32_t tokenOf(const void* pointer) {
+    return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(pointer));
+}

@@ -1,0 +1,79 @@
+#include "libvxMediaRTOSDB/src/db_log.h"
+
+#include <cstdint>
+
+#include "libvxMediaRTOSDB/src/name_fields.h"
+#include "libvxMediaRTOSDB/src/util_log.h"
+
+namespace {
+
+// The width of "Request: " and of "ResponseHeader: ", under which the further fields stand.
+constexpr int kRequestIndent = 9;
+constexpr int kResponseIndent = 16;
+
+int flag(uint32_t word, uint32_t bit) {
+    return (word & bit) != 0;
+}
+
+void logListOptions(int indent, uint32_t options) {
+    UTIL_LOG(UTIL_LOG_DEBUG, "%*slist_options sort_order %d\n", indent, "",
+             flag(options, LIST_OPTION_SORT_ORDER));
+    UTIL_LOG(UTIL_LOG_DEBUG, "%*slist_options video_grouping %d\n", indent, "",
+             flag(options, LIST_OPTION_VIDEO_GROUPING));
+    UTIL_LOG(UTIL_LOG_DEBUG, "%*slist_options include_gumi %d\n", indent, "",
+             flag(options, LIST_OPTION_INCLUDE_GUMI));
+    UTIL_LOG(UTIL_LOG_DEBUG, "%*slist_options include_more_info %d\n", indent, "",
+             flag(options, LIST_OPTION_INCLUDE_MORE_INFO));
+}
+
+}  // namespace
+
+void logRequest(const db_request_header& request) {
+    UTIL_LOG(UTIL_LOG_DEBUG, "Request: command_type %d\n", uint32_t{request.command_type});
+    UTIL_LOG(UTIL_LOG_DEBUG, "         request_count %d\n", uint32_t{request.request_count});
+    UTIL_LOG(UTIL_LOG_DEBUG, "         token 0x%08X\n", uint32_t{request.token});
+}
+
+void logRequest(const db_list_request& request) {
+    logRequest(request.header);
+    UTIL_LOG(UTIL_LOG_DEBUG, "         starting_index %d\n", uint32_t{request.starting_index});
+    logListOptions(kRequestIndent, request.list_options);
+    UTIL_LOG(UTIL_LOG_DEBUG, "         query_options 0x%08X\n", uint32_t{request.query_options});
+    UTIL_LOG(UTIL_LOG_DEBUG, "         query_options RTOS_DB_QUERY_METADATA_SESSION_FILES: %d\n",
+             flag(request.query_options, RTOS_DB_QUERY_METADATA_SESSION_FILES));
+}
+
+void logRequest(const db_list_with_parameters_request& request) {
+    logRequest(request.list);
+    UTIL_LOG(UTIL_LOG_DEBUG, "         param1 0x%08X\n", uint32_t{request.param1});
+    UTIL_LOG(UTIL_LOG_DEBUG, "         param2 0x%08X\n", uint32_t{request.param2});
+}
+
+void logRequest(const db_upload_status_request& request) {
+    logRequest(request.header);
+    UTIL_LOG(UTIL_LOG_DEBUG, "         dir_name %s\n", terminated(request.file.dir_name).data());
+    UTIL_LOG(UTIL_LOG_DEBUG, "         file_name %s\n", terminated(request.file.file_name).data());
+    UTIL_LOG(UTIL_LOG_DEBUG, "         upload_status %lu\n",
+             static_cast<unsigned long>(request.upload_status));
+}
+
+void logResponse(const db_response_header& response) {
+    UTIL_LOG(UTIL_LOG_DEBUG, "ResponseHeader: command_type %d\n", uint32_t{response.command_type});
+    UTIL_LOG(UTIL_LOG_DEBUG, "                status %d\n", uint32_t{response.status});
+    UTIL_LOG(UTIL_LOG_DEBUG, "                count_returned %d\n",
+             uint32_t{response.count_returned});
+    UTIL_LOG(UTIL_LOG_DEBUG, "                rtos_db_version %d\n",
+             uint32_t{response.rtos_db_version});
+    UTIL_LOG(UTIL_LOG_DEBUG, "                token 0x%08X\n", uint32_t{response.token});
+}
+
+void logResponse(const db_list_response_header& response) {
+    logResponse(response.header);
+    UTIL_LOG(UTIL_LOG_DEBUG, "                start_index %d\n", uint32_t{response.start_index});
+    logListOptions(kResponseIndent, response.list_options);
+    UTIL_LOG(UTIL_LOG_DEBUG, "                query_options 0x%08X\n",
+             uint32_t{response.query_options});
+    UTIL_LOG(UTIL_LOG_DEBUG, "                total_entries %d\n",
+             uint32_t{response.total_entries});
+    UTIL_LOG(UTIL_LOG_DEBUG, "                session_id 0x%08X\n", uint32_t{response.session_id});
+}

@@ -1,0 +1,13 @@
+// Logs the fields of requests and response headers, one a line, at UTIL_LOG_DEBUG.
+#pragma once
+
+#include "libvxMediaRTOSDB/src/db_requests.h"
+#include "libvxMediaRTOSDB/src/db_responses.h"
+
+void logRequest(const db_request_header& request);
+void logRequest(const db_list_request& request);
+void logRequest(const db_list_with_parameters_request& request);
+void logRequest(const db_upload_status_request& request);
+
+void logResponse(const db_response_header& response);
+void logResponse(const db_list_response_header& response);

@@ -1,0 +1,23 @@
+// The fixed-width names of the records, which are not zero-terminated on the wire.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstring>
+
+// Returns the characters of a field with a terminating zero behind them.
+template <size_t Size>
+std::array<char, Size + 1> terminated(const char (&field)[Size]) {
+    std::array<char, Size + 1> text = {};
+    std::memcpy(text.data(), field, Size);
+    return text;
+}
+
+// Fills a field with the text's characters up to its terminating zero, at most the field's width;
+// the rest of the field is zero.
+template <size_t Size>
+void fillField(char (&field)[Size], const char* text) {
+    const size_t length = strnlen(text, Size);
+    std::memcpy(field, text, length);
+    std::memset(field + length, 0, Size - length);
+}

@@ -1,0 +1,40 @@
+// Reads the records of a response one after the other, never beyond the bytes received.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+
+// The records it returns point into the bytes, which must outlive them.
+class RecordReader {
+  public:
+    explicit RecordReader(std::span<const uint8_t> bytes, size_t offset = 0)
+        : mBytes(bytes), mOffset(offset) {}
+
+    // Returns the next record and steps over it; null, without a step, when it does not lie wholly
+    // inside the bytes.
+    template <typename Record>
+    [[nodiscard]] const Record* read() {
+        const auto records = readArray<Record>(1);
+        return records ? records->data() : nullptr;
+    }
+
+    // As read, for count records in a row.
+    template <typename Record>
+    [[nodiscard]] std::optional<std::span<const Record>> readArray(uint64_t count) {
+        static_assert(alignof(Record) == 1, "a record may lie at any address");
+        if (mOffset > mBytes.size() || count > (mBytes.size() - mOffset) / sizeof(Record))
+            return std::nullopt;
+        const auto* first = reinterpret_cast<const Record*>(mBytes.data() + mOffset);
+        mOffset += static_cast<size_t>(count) * sizeof(Record);
+        return std::span(first, static_cast<size_t>(count));
+    }
+
+    // Where the next record starts, in bytes from the start of all of them.
+    [[nodiscard]] size_t offset() const { return mOffset; }
+
+  private:
+    std::span<const uint8_t> mBytes;
+    size_t mOffset;
+};

@@ -1,0 +1,54 @@
+// The file names of a group's members, made from the group's numbers and the item's own name.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "libvxMediaRTOSDB/src/db_item_record.h"
+
+// A file name and its terminating zero.
+using FileNameText = std::array<char, kFileNameSize + 1>;
+
+enum class MemberNameUse {
+    kFiles,      // the names of the files themselves
+    kDurations,  // the names under which the durations of a group's videos are asked for
+};
+
+class MemberNames {
+  public:
+    // item: the group's record; must outlive the object. Asks for the camera's model number when
+    // the group is a chaptered video. An item of another content type has no members to name; that
+    // is logged.
+    MemberNames(const db_item_record& item, uint32_t groupNumber, MemberNameUse use);
+
+    // False for an item whose content type is no group; there is nothing to call name for then.
+    [[nodiscard]] bool exist() const { return mForm.numbering != Numbering::kNone; }
+
+    // Returns the name of one member. Member 0 of a chaptered video has the item's own name.
+    [[nodiscard]] FileNameText name(uint32_t member) const;
+
+    // Returns what name fills in, with a printf conversion for each number, for the log.
+    [[nodiscard]] std::array<char, 16> format() const;
+
+  private:
+    // The numbers that follow the letters at the start of a name.
+    enum class Numbering {
+        kNone,
+        kGroupLetters,  // two letters for the group, then the member
+        kGroupNumber,   // the group, then the member
+        kChapter,       // the chapter, then the group
+    };
+
+    struct Form {
+        std::array<char, 3> start;  // one or two letters, zero-terminated
+        const char* numbers;        // printf format of the rest
+        Numbering numbering;
+    };
+
+    static Form chooseForm(const db_item_record& item, MemberNameUse use);
+
+    const db_item_record& mItem;
+    uint32_t mGroupNumber;
+    Form mForm;
+    uint32_t mFirstChapter = 0;
+};

@@ -3,13 +3,11 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/file.h>
-#include <sys/signalfd.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <iterator>
 #include <stdexcept>
 #include <system_error>
@@ -202,20 +200,6 @@ bool ChannelServer::sendReplies(Connection& connection) {
         connection.outgoing.pop_front();
     }
     return !connection.closing;
-}
-
-UniqueFd openStopSignals() {
-    sigset_t signals;
-    sigemptyset(&signals);
-    sigaddset(&signals, SIGINT);
-    sigaddset(&signals, SIGTERM);
-    const int blocked = pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    UniqueFd descriptor(signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
-    if (blocked != 0 || descriptor.get() < 0) {
-        throw std::system_error(blocked != 0 ? blocked : errno, std::generic_category(),
-                                "signalfd");
-    }
-    return descriptor;
 }
 
 }  // namespace host

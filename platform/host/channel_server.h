@@ -75,9 +75,4 @@ class ChannelServer {
     std::list<Connection> mConnections;
 };
 
-// SIGINT and SIGTERM as a descriptor that becomes readable when one of them arrives; from then on
-// they do nothing else to the calling thread and to the threads that it starts.
-// Throws std::system_error.
-[[nodiscard]] UniqueFd openStopSignals();
-
 }  // namespace host

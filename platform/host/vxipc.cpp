@@ -160,9 +160,8 @@ extern "C" int vxIpcSend(vxIpcEndpoint* endpoint, const void* message, int lengt
         }
     }
     access->phase = Phase::kAwaiting;
-    return host::sendMessage(access->socket,
-                             std::span(static_cast<const std::byte*>(message),
-                                       static_cast<std::size_t>(length)));
+    return host::sendMessage(access->socket, std::span(static_cast<const std::byte*>(message),
+                                                       static_cast<std::size_t>(length)));
 }
 
 extern "C" int vxIpcReceive(vxIpcEndpoint* endpoint, void* buffer, int size) {
@@ -174,8 +173,7 @@ extern "C" int vxIpcReceive(vxIpcEndpoint* endpoint, void* buffer, int size) {
         return -EBADF;
     }
     const int length = receiveWithin(
-        access->socket,
-        std::span(static_cast<std::byte*>(buffer), static_cast<std::size_t>(size)));
+        access->socket, std::span(static_cast<std::byte*>(buffer), static_cast<std::size_t>(size)));
     access->phase = length < 0 ? Phase::kAwaiting : Phase::kAnswered;
     return length;
 }

@@ -34,9 +34,11 @@ std::optional<VxmsgMessage> decodeVxmsg(std::span<const unsigned char> bytes) {
     if (payloadLength > rest.size()) {
         return std::nullopt;
     }
-    VxmsgMessage message{std::string(bytes.begin() + kMessageTypeOffset,
-                                     bytes.begin() + kMessageTypeOffset + 2),
-                         getU32(bytes.data() + kMessageIdOffset), rest.first(payloadLength), {}};
+    VxmsgMessage message{
+        std::string(bytes.begin() + kMessageTypeOffset, bytes.begin() + kMessageTypeOffset + 2),
+        getU32(bytes.data() + kMessageIdOffset),
+        rest.first(payloadLength),
+        {}};
     rest = rest.subspan(payloadLength);
     while (!rest.empty()) {
         const auto element = takeElement(rest);

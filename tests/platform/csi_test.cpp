@@ -1,0 +1,33 @@
+#include "platform/csi.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/host/settings_service.h"
+#include "tests/support/channel_thread.h"
+
+namespace {
+
+TEST(Csi, givesTheServicesNumberOrAnErrorCode) {
+    uint32_t length = 0;
+    uint32_t value = 0;
+    EXPECT_EQ(csi_get(CSI_MODEL_NUMBER, sizeof(value), &length, &value), host::kCsiNoService);
+
+    const ChannelThread server(host::kSettingsChannel, [](std::span<const std::byte> request) {
+        auto reply = host::answerSettingRequest({{CSI_MODEL_NUMBER, 0x133}, {1, 1}}, request);
+        if (request[0] == std::byte{1}) {
+            reply.resize(2);
+        }
+        return host::Reply{.messages = {reply}};
+    });
+    EXPECT_EQ(csi_get(CSI_MODEL_NUMBER, sizeof(value), &length, &value), 0);
+    EXPECT_EQ(length, 4u);
+    EXPECT_EQ(value, 0x133u);
+    EXPECT_EQ(csi_get(CSI_MODEL_NUMBER, 3, &length, &value), host::kCsiNoRoom);
+    EXPECT_EQ(csi_get(99, sizeof(value), &length, &value), host::kCsiUnknownKey);
+    EXPECT_EQ(csi_get(1, sizeof(value), &length, &value), host::kCsiNoService) << "short reply";
+    EXPECT_EQ(csi_get(CSI_MODEL_NUMBER, sizeof(value), nullptr, &value), host::kCsiBadArgument);
+    EXPECT_EQ(csi_get(CSI_MODEL_NUMBER, sizeof(value), &length, nullptr), host::kCsiBadArgument);
+    EXPECT_EQ(host::answerSettingRequest({}, {}).size(), 4u) << "a request that is no key";
+}
+
+}  // namespace

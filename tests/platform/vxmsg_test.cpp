@@ -1,0 +1,104 @@
+#include "platform/vxmsg.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <string>
+
+#include "platform/host/vxmsg_decode.h"
+
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+
+// The daemon's event; docs/event-message.md explains these bytes.
+const Bytes kEvent = {
+    'E',  'V', 40, 0, 24,  0,   0,   0,   4,   0,         // header
+    24,   0,   0,  0,                                     // payload: the event code
+    0x44, 1,   7,  0, '/', 't', 'o', '_', 'w', 'o', 'm',  // element 'D'
+    0x43, 1,   7,  0, '/', 't', 'o', '_', 'w', 'o', 'm',  // element 'C'
+    0xEE, 2,   0,  0,                                     // closing element
+};
+
+vxmsg_builder build(uint32_t capacity) {
+    vxmsg_builder builder{};
+    std::fill(std::begin(builder.data), std::end(builder.data), 0xAA);
+    builder.capacity = capacity;
+    const unsigned char code[] = {24, 0, 0, 0};
+    if (vxmsg_build(&builder, "EV", code, sizeof(code), 24) != 0) {
+        return builder;
+    }
+    builder.length += sntlv_add_bin(builder.data, capacity, 0x44, 7, "/to_wom");
+    builder.length += sntlv_add_bin(builder.data, capacity, 0x43, 7, "/to_wom");
+    builder.length += sntlv_add_dat(builder.data, capacity, 0xEE, 0, nullptr);
+    return builder;
+}
+
+TEST(Vxmsg, theEventIsTheseBytes) {
+    const vxmsg_builder event = build(VXMSG_DATA_SIZE);
+    EXPECT_EQ(Bytes(event.data, event.data + event.length), kEvent);
+}
+
+TEST(Vxmsg, whatDoesNotFitAddsNothing) {
+    for (uint32_t capacity = 0; capacity <= kEvent.size(); ++capacity) {
+        SCOPED_TRACE(capacity);
+        const vxmsg_builder event = build(capacity);
+        uint32_t expected = capacity < 14 ? 0 : 14;
+        for (const uint32_t element : {11u, 11u, 4u}) {
+            expected += expected > 0 && expected + element <= capacity ? element : 0;
+        }
+        EXPECT_EQ(event.length, expected);
+        EXPECT_TRUE(std::all_of(event.data + expected, std::end(event.data),
+                                [](unsigned char byte) { return byte == 0xAA; }));
+        EXPECT_EQ(host::decodeVxmsg({event.data, event.length}).has_value(), expected != 0);
+    }
+}
+
+TEST(Vxmsg, noLengthOverflows) {
+    vxmsg_builder builder = build(UINT32_MAX);
+    ASSERT_EQ(builder.length, 40u);
+    for (const uint32_t length : {1491u, 0xFFFFu, 0x7FFFFFFFu, 0xFFFFFFF6u, 0xFFFFFFFFu}) {
+        EXPECT_EQ(sntlv_add_bin(builder.data, VXMSG_DATA_SIZE, 1, length, "x"), 0u) << length;
+        vxmsg_builder fresh{.capacity = UINT32_MAX, .length = 1, .data = {}};
+        EXPECT_LT(vxmsg_build(&fresh, "EV", "x", length, 24), 0) << length;
+        EXPECT_EQ(fresh.length, 0u);
+    }
+    EXPECT_EQ(sntlv_add_bin(builder.data, UINT32_MAX, 1, 0xFFFF, "x"), 0u);
+    EXPECT_EQ(sntlv_add_bin(builder.data, VXMSG_DATA_SIZE, 1, 1, nullptr), 0u);
+    Bytes damaged(VXMSG_DATA_SIZE, 0xFF);
+    EXPECT_EQ(sntlv_add_dat(damaged.data(), VXMSG_DATA_SIZE, 1, 0, nullptr), 0u);
+}
+
+TEST(VxmsgDecode, takesExactlyOneWholeMessage) {
+    const auto message = host::decodeVxmsg(kEvent);
+    ASSERT_TRUE(message);
+    EXPECT_EQ(message->type, "EV");
+    EXPECT_EQ(message->id, 24u);
+    EXPECT_THAT(message->payload, testing::ElementsAre(24, 0, 0, 0));
+    ASSERT_EQ(message->elements.size(), 3u);
+    EXPECT_EQ(message->elements[0].tag, 0x44);
+    EXPECT_EQ(message->elements[1].kind, host::VxmsgElementKind::kBinary);
+    EXPECT_EQ(std::string(message->elements[1].value.begin(), message->elements[1].value.end()),
+              "/to_wom");
+    EXPECT_TRUE(message->elements[2].value.empty());
+
+    for (size_t length = 0; length <= kEvent.size() + 1; ++length) {
+        Bytes cut = kEvent;
+        cut.resize(length);
+        EXPECT_EQ(host::decodeVxmsg(cut).has_value(), length == kEvent.size()) << length;
+        if (length >= 4) {
+            cut[2] = static_cast<unsigned char>(length);
+            const bool atElementEnd = length == 14 || length == 25 || length == 36 || length == 40;
+            EXPECT_EQ(host::decodeVxmsg(cut).has_value(), atElementEnd) << length;
+        }
+    }
+    for (const size_t lengthField : {2u, 8u, 16u, 27u, 38u}) {
+        for (const int value : {0, 1, 3, 5, 6, 8, 39, 41, 255}) {
+            Bytes wrong = kEvent;
+            wrong[lengthField] = static_cast<unsigned char>(value);
+            EXPECT_FALSE(host::decodeVxmsg(wrong)) << lengthField << ' ' << value;
+        }
+    }
+}
+
+}  // namespace

@@ -110,8 +110,8 @@ TEST(ChannelServer, servesManyConnectionsWhoeverReadsSlowly) {
 }
 
 TEST(ChannelServer, servesSeveralChannelsUntilASignalComes) {
-    std::thread serving([] {
-        const host::UniqueFd stop = host::openStopSignals();
+    const host::UniqueFd stop = host::openStopSignals();
+    std::thread serving([&] {
         host::ChannelServer server;
         server.open("one", echo);
         server.open("two", [](std::span<const std::byte>) {
@@ -132,7 +132,7 @@ TEST(ChannelServer, servesSeveralChannelsUntilASignalComes) {
     };
     EXPECT_EQ(askOn("one"), 1);
     EXPECT_EQ(askOn("two"), 2);
-    pthread_kill(serving.native_handle(), SIGTERM);
+    kill(getpid(), SIGTERM);
     serving.join();
     EXPECT_TRUE(fs::is_empty(host::kChannelFolder));
 }

@@ -26,11 +26,20 @@ void logListOptions(int indent, uint32_t options) {
              flag(options, LIST_OPTION_INCLUDE_MORE_INFO));
 }
 
+void logCommandAndCount(const db_request_header& request) {
+    UTIL_LOG(UTIL_LOG_DEBUG, "Request: command_type %d\n", uint32_t{request.command_type});
+    UTIL_LOG(UTIL_LOG_DEBUG, "         request_count %d\n", uint32_t{request.request_count});
+}
+
+void logFileName(const db_file_name& file) {
+    UTIL_LOG(UTIL_LOG_DEBUG, "         dir_name %s\n", terminated(file.dir_name).data());
+    UTIL_LOG(UTIL_LOG_DEBUG, "         file_name %s\n", terminated(file.file_name).data());
+}
+
 }  // namespace
 
 void logRequest(const db_request_header& request) {
-    UTIL_LOG(UTIL_LOG_DEBUG, "Request: command_type %d\n", uint32_t{request.command_type});
-    UTIL_LOG(UTIL_LOG_DEBUG, "         request_count %d\n", uint32_t{request.request_count});
+    logCommandAndCount(request);
     UTIL_LOG(UTIL_LOG_DEBUG, "         token 0x%08X\n", uint32_t{request.token});
 }
 
@@ -49,12 +58,20 @@ void logRequest(const db_list_with_parameters_request& request) {
     UTIL_LOG(UTIL_LOG_DEBUG, "         param2 0x%08X\n", uint32_t{request.param2});
 }
 
+void logRequest(const db_file_request& request) {
+    logRequest(request.header);
+    logFileName(request.file);
+}
+
 void logRequest(const db_upload_status_request& request) {
     logRequest(request.header);
-    UTIL_LOG(UTIL_LOG_DEBUG, "         dir_name %s\n", terminated(request.file.dir_name).data());
-    UTIL_LOG(UTIL_LOG_DEBUG, "         file_name %s\n", terminated(request.file.file_name).data());
+    logFileName(request.file);
     UTIL_LOG(UTIL_LOG_DEBUG, "         upload_status %lu\n",
              static_cast<unsigned long>(request.upload_status));
+}
+
+void logRequest(const db_scandir_request& request) {
+    logCommandAndCount(request.header);
 }
 
 void logResponse(const db_response_header& response) {
@@ -76,4 +93,12 @@ void logResponse(const db_list_response_header& response) {
     UTIL_LOG(UTIL_LOG_DEBUG, "                total_entries %d\n",
              uint32_t{response.total_entries});
     UTIL_LOG(UTIL_LOG_DEBUG, "                session_id 0x%08X\n", uint32_t{response.session_id});
+}
+
+void logResponse(const db_scandir_response_header& response) {
+    UTIL_LOG(UTIL_LOG_DEBUG, "ResponseHeader: status %d\n", uint32_t{response.status});
+    UTIL_LOG(UTIL_LOG_DEBUG, "                number_file_names %d\n",
+             uint32_t{response.number_file_names});
+    UTIL_LOG(UTIL_LOG_DEBUG, "                number_transfers %d\n",
+             uint32_t{response.number_transfers});
 }

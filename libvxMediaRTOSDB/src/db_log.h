@@ -7,7 +7,10 @@
 void logRequest(const db_request_header& request);
 void logRequest(const db_list_request& request);
 void logRequest(const db_list_with_parameters_request& request);
+void logRequest(const db_file_request& request);
 void logRequest(const db_upload_status_request& request);
+void logRequest(const db_scandir_request& request);
 
 void logResponse(const db_response_header& response);
 void logResponse(const db_list_response_header& response);
+void logResponse(const db_scandir_response_header& response);

@@ -40,6 +40,29 @@ struct db_histogram_response {
 };
 static_assert(sizeof(db_histogram_response) == 148);
 
+// Answers DB_CMD_CONTENT_INFO, and starts the answers about a group or a video, whose records
+// follow it.
+struct db_item_response {
+    db_response_header header;
+    db_item_record item;
+};
+static_assert(sizeof(db_item_response) == 96);
+
+struct db_file_gumi_response {
+    db_response_header header;
+    db_item_record item;
+    db_gumi gumi;
+    db_gumi parent_gumi;  // with ITEM_ATTRIBUTE_PARENT_GUMI only
+};
+static_assert(sizeof(db_file_gumi_response) == 128);
+static_assert(offsetof(db_file_gumi_response, parent_gumi) == 112);
+
+struct db_more_info_response {
+    db_response_header header;
+    db_more_info more_info;
+};
+static_assert(sizeof(db_more_info_response) == 48);
+
 // Answers DB_CMD_CONTENT_INFO_BY_GUMI.
 struct db_file_name_response {
     db_response_header header;

@@ -1,7 +1,5 @@
 // The two queries of automatic upload that are one exchange and no page: histogram and upload
 // status. They share a frame; both take an answer that is too short or a failure for done.
-#include <cstring>
-
 #include "libvxMediaRTOSDB/src/db_checks.h"
 #include "libvxMediaRTOSDB/src/db_log.h"
 #include "libvxMediaRTOSDB/src/name_fields.h"
@@ -42,10 +40,6 @@ int exchange(const Request& request, uint8_t (&response)[kResponseBufferSize]) {
                  uint32_t{header->status});
     }
     return received;
-}
-
-bool hasLength(const char* name, size_t length) {
-    return name && strnlen(name, length + 1) == length;
 }
 
 }  // namespace

@@ -21,3 +21,8 @@ void fillField(char (&field)[Size], const char* text) {
     std::memcpy(field, text, length);
     std::memset(field + length, 0, Size - length);
 }
+
+// Tells whether the text is exactly length characters long; a null text is not.
+inline bool hasLength(const char* text, size_t length) {
+    return text && strnlen(text, length + 1) == length;
+}

@@ -1,0 +1,71 @@
+// The frame of the direct queries: a connection of its own, one send, one receive without retry,
+// and the checks that every answer goes through.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "libvxMediaRTOSDB/src/db_requests.h"
+#include "libvxMediaRTOSDB/src/db_responses.h"
+#include "libvxMediaRTOSDB/src/elapsed_time.h"
+#include "libvxMediaRTOSDB/src/record_reader.h"
+#include "libvxMediaRTOSDB/src/request_header.h"
+#include "libvxMediaRTOSDB/src/rtos_connection_guard.h"
+
+// In what the direct queries differ, besides their request and what they copy.
+struct DirectQuery {
+    DbCommand command;
+    const char* name;                                 // as the log names the query
+    size_t minimumResponse;                           // bytes
+    bool (*accepts)(uint32_t contentType) = nullptr;  // null: the item is not looked at
+    const char* accepted = nullptr;                   // as the log names what accepts() takes
+    const char* sendErrorIndent = "";                 // before the log's line for a failed send
+};
+
+class DirectExchange {
+  public:
+    explicit DirectExchange(const DirectQuery& query) : mQuery(query) {}
+
+    // Sends the request, receives the response and checks it.
+    // Returns 0 for a response to copy from, else what the query returns.
+    // request: a whole request record.
+    [[nodiscard]] int run(const void* request, size_t requestSize);
+
+    // Reads what follows the response header.
+    [[nodiscard]] RecordReader answer() const;
+
+    // Ends a query whose outputs have been copied. Returns 0.
+    [[nodiscard]] int succeed();
+
+    // Ends a query whose response lacks bytes. Returns -1.
+    [[nodiscard]] int failTooShort() const;
+
+  private:
+    [[nodiscard]] int exchange(const void* request, size_t requestSize);
+    [[nodiscard]] bool hasEntry(const db_request_header& request);
+    [[nodiscard]] bool acceptsContent() const;
+    [[nodiscard]] db_response_header* header();
+
+    const DirectQuery& mQuery;
+    ElapsedTime mElapsed;
+    RtosConnectionGuard mConnection;
+    std::array<uint8_t, kResponseBufferSize> mBuffer;
+    int mReceived = 0;
+};
+
+// Asks one direct query.
+// request: its header is filled here, the rest by the caller.
+// copy: called with a reader of what follows the response header; returns false, with the caller's
+// outputs untouched, when a part to be copied did not come.
+// Returns 0, the channel's negative result when no connection can be opened, or -1.
+template <typename Request, typename Copy>
+[[nodiscard]] int directQuery(const DirectQuery& query, Request request, Copy copy) {
+    fillHeader(&request.header, query.command, 1, &request);
+    DirectExchange exchange(query);
+    const int result = exchange.run(&request, sizeof request);
+    if (result != 0)
+        return result;
+    return copy(exchange.answer()) ? exchange.succeed() : exchange.failTooShort();
+}

@@ -1,0 +1,28 @@
+// The frame of the response queries: one exchange on the caller's connection, the checks that every
+// response goes through, and the database's status as an HTTP status.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "libvxMediaRTOSDB/src/db_requests.h"
+#include "libvxMediaRTOSDB/src/rtos_connection.h"
+
+// A response and the HTTP status that stands for it. With HTTP_OK it holds at least the response
+// header.
+struct Response {
+    int status;  // HttpStatus
+    std::span<const uint8_t> bytes;
+};
+
+// Asks about one file by a command whose request names the file and nothing else.
+[[nodiscard]] Response askAboutFile(rtosConnection* pRtosConn, DbCommand command,
+                                    const char* pDirName, const char* pFileName, void* pRespBuf);
+
+[[nodiscard]] Response writeUploadStatus(rtosConnection* pRtosConn, const char* pDirName,
+                                         const char* pFileName, uint32_t uploadStatus,
+                                         void* pRespBuf);
+
+// Logs a response of a size that no answer has. Returns HTTP_INTERNAL_ERROR.
+[[nodiscard]] int discardResponse(int bytesReceived);

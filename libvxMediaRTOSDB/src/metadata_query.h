@@ -1,0 +1,16 @@
+// The query of one file's metadata: its keys are "t" (data set), "p" (DIRECTORY/FILE) and "status".
+#pragma once
+
+#include "libvxMediaRTOSDB/src/query_settings.h"
+
+extern "C" {
+#pragma GCC visibility push(default)
+
+// Parses a metadata query. Neither pointer may be null: the process ends.
+// query: zero-terminated, without the "?". pSettings: zeroed first.
+// Returns 200; 400 for a key that is missing, empty, too long, invalid or given twice; 404 for a
+// file that is no medium by its name; 501 for an unknown data set. Each rejection is logged.
+[[nodiscard]] int parseMetadataQuery(const char* query, QuerySettings* pSettings);
+
+#pragma GCC visibility pop
+}

@@ -1,0 +1,46 @@
+// Looks up and decodes the values of an HTTP query string: keys and values joined by "&".
+#pragma once
+
+#include <span>
+#include <string_view>
+
+// The negative results of a lookup.
+enum QueryLookup : int {
+    QUERY_NOT_FOUND = -1,
+    QUERY_NO_ROOM = -2,
+    QUERY_INTERNAL = -3,
+};
+
+// As findQueryValueN, for texts and a buffer that are there.
+[[nodiscard]] int findValue(std::string_view query, std::string_view key, std::span<char> value,
+                            int skip);
+
+extern "C" {
+#pragma GCC visibility push(default)
+
+// Decodes one value: "%" and two hexadecimal digits become the byte they spell, any other "%"
+// stays, and "+" becomes a blank when plusToSpace is not 0.
+// sourceLength: characters of source; below 1 for an empty value.
+// destinationSize: bytes of destination, the terminating zero included.
+// Returns the number of characters decoded, or -1 when they do not fit; destination then holds
+// those that do.
+[[nodiscard]] int urlDecode(const char* source, int sourceLength, char* destination,
+                            int destinationSize, int plusToSpace);
+
+// Finds the first value of a key, whose letter case does not matter, and decodes it with plus to
+// blank.
+// query: queryLength characters. key: zero-terminated.
+// value: valueSize bytes; ends with a zero, and is empty when nothing is found.
+// Returns the value's length, 0 for an empty value, or
+//   -1 when the query does not have the key,
+//   -2 when the value does not fit (value then holds what fits) or there is no room for any,
+//   -3 when the decoder fails otherwise.
+[[nodiscard]] int findQueryValue(const char* query, int queryLength, const char* key, char* value,
+                                 int valueSize);
+
+// As findQueryValue, for the occurrence of the key after skip earlier ones: 0 for the first.
+[[nodiscard]] int findQueryValueN(const char* query, int queryLength, const char* key, char* value,
+                                  int valueSize, int skip);
+
+#pragma GCC visibility pop
+}

@@ -1,0 +1,114 @@
+#include "vtl/record.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "vtl/memory.h"
+
+namespace vtl {
+namespace {
+
+// Deep copies nest by way of the table's slots, on the machine's stack.
+thread_local int sNesting = 0;
+
+class NestingLevel {
+  public:
+    NestingLevel() { ++sNesting; }
+    ~NestingLevel() { --sNesting; }
+    NestingLevel(const NestingLevel&) = delete;
+    NestingLevel& operator=(const NestingLevel&) = delete;
+
+    static bool permitted() { return sNesting <= VTL_NESTING_MAX; }
+};
+
+}  // namespace
+
+void DestroyValue::operator()(vtl_value* value) const {
+    if (value->ops.destroy != nullptr) {
+        value->ops.destroy(value);
+    } else {
+        vtl_free(value);
+    }
+}
+
+int become(vtl_value* value, unsigned type, const vtl_operations& operations) {
+    if (value == nullptr) {
+        return 1;
+    }
+    const auto keptDump = value->ops.dump;
+    value->type = type;
+    value->ops = operations;
+    if (operations.dump == nullptr) {
+        value->ops.dump = keptDump;
+    }
+    return 0;
+}
+
+vtl_value* create(Init init) {
+    vtl_value* value = vtl_value_alloc();
+    if (value == nullptr || init(value) == 0) {
+        return value;
+    }
+    vtl_free(value);
+    return nullptr;
+}
+
+int release(vtl_value* value) {
+    if (value == nullptr) {
+        return 1;
+    }
+    vtl_free(value);
+    return 0;
+}
+
+std::optional<int> copyScalar(const vtl_value* source, vtl_value* destination, unsigned type,
+                              Init init) {
+    if (!isOf(source, type) || destination == nullptr) {
+        return std::nullopt;
+    }
+    const int released = vtl_deinit(destination);
+    init(destination);
+    destination->payload = source->payload;
+    return released;
+}
+
+int sizeOfOne(const vtl_value* value, unsigned* out) {
+    return value != nullptr && out != nullptr ? store(out, 1U) : 1;
+}
+
+ValuePtr clone(const vtl_value& source) {
+    const NestingLevel level;
+    ValuePtr copy;
+    if (source.ops.deepcopy == nullptr || !NestingLevel::permitted()) {
+        return copy;
+    }
+    copy.reset(vtl_value_alloc());
+    if (copy == nullptr) {
+        return copy;
+    }
+    copy->type = source.type;
+    // Initialised first: a dict copies only onto a record that has a chain, and an int's copy
+    // answers 1 without a deinit slot to run.
+    const bool ready = source.ops.init == nullptr || source.ops.init(copy.get()) == 0;
+    if (!ready || source.ops.deepcopy(&source, copy.get()) != 0) {
+        copy.reset();
+    }
+    return copy;
+}
+
+int storeText(vtl_value& value, const char* text, size_t limit) {
+    if (value.type == VTL_TYPE_STRING) {
+        vtl_free(value.payload.text);
+    }
+    const size_t length = std::strlen(text);
+    const size_t copied = std::min(length, limit);
+    value.payload.text = static_cast<char*>(vtl_malloc(length + 1));
+    if (value.payload.text == nullptr) {
+        return 1;
+    }
+    std::memcpy(value.payload.text, text, copied);
+    value.payload.text[copied] = '\0';
+    return 0;
+}
+
+}  // namespace vtl

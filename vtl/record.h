@@ -1,0 +1,65 @@
+#pragma once
+// What the types share: how a record becomes a value of a type, is copied and is let go.
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+
+#include "vtl/value.h"
+
+namespace vtl {
+
+using Init = int (*)(vtl_value*);
+
+struct DestroyValue {
+    void operator()(vtl_value* value) const;
+};
+using ValuePtr = std::unique_ptr<vtl_value, DestroyValue>;
+
+inline bool isOf(const vtl_value* value, unsigned type) {
+    return value != nullptr && value->type == type;
+}
+
+/// Writes a conversion's result to the caller's variable. Returns 0.
+template <typename T>
+int store(void* out, T result) {
+    *static_cast<T*>(out) = result;
+    return 0;
+}
+
+/// Sets type and table. A type without a dump leaves that slot as it was.
+int become(vtl_value* value, unsigned type, const vtl_operations& operations);
+
+/// A new record, initialised; null when either step fails.
+[[nodiscard]] vtl_value* create(Init init);
+
+/// A new record that the setter was given the content for; its success is not examined.
+template <typename... Content>
+[[nodiscard]] vtl_value* createWith(Init init, int (*set)(vtl_value*, Content...),
+                                    Content... content) {
+    vtl_value* value = create(init);
+    set(value, content...);
+    return value;
+}
+
+/// Releases the record alone. Returns 1 for null.
+int release(vtl_value* value);
+
+/// Makes the destination a value with the source's payload, which must own nothing.
+/// Returns what the destination's own deinit answered; nothing, and changes nothing, when the
+/// source is not of the type or the destination is null.
+std::optional<int> copyScalar(const vtl_value* source, vtl_value* destination, unsigned type,
+                              Init init);
+
+/// The size slot of a type that always counts as one.
+int sizeOfOne(const vtl_value* value, unsigned* out);
+
+/// A new value of the same type, filled by the source's deepcopy slot; null when it has none,
+/// when VTL_NESTING_MAX deep copies are under way or memory does not suffice.
+[[nodiscard]] ValuePtr clone(const vtl_value& source);
+
+/// Gives a record the text, at most limit bytes of it, for the one it had as a string.
+/// Returns 1, and leaves no text, when memory does not suffice.
+int storeText(vtl_value& value, const char* text, size_t limit);
+
+}  // namespace vtl

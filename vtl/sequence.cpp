@@ -1,0 +1,98 @@
+#include "vtl/sequence.h"
+
+#include "vtl/container.h"
+#include "vtl/teardown.h"
+
+namespace vtl {
+namespace {
+
+/// Null past the end. An index below 0 means 0.
+vtl_chain_node* nodeAt(const vtl_chain* chain, int index) {
+    vtl_chain_node* node = vtl_chain_head(chain);
+    while (index > 0 && node != nullptr) {
+        node = node->next;
+        --index;
+    }
+    return node;
+}
+
+int insertBefore(vtl_chain& chain, vtl_chain_node* position, ValuePtr element) {
+    if (element == nullptr || vtl_chain_insert_item_before(&chain, position, element.get()) != 0) {
+        return 1;
+    }
+    static_cast<void>(element.release());
+    return 0;
+}
+
+int appendClones(const vtl_chain& source, vtl_chain& destination) {
+    for (const vtl_chain_node* node = source.head; node != nullptr; node = node->next) {
+        if (insertBefore(destination, nullptr, clone(*static_cast<vtl_value*>(node->item))) != 0) {
+            return 1;
+        }
+    }
+    return 0;
+}
+
+}  // namespace
+
+int insertElement(vtl_chain* chain, int index, unsigned type, const void* value) {
+    if (chain == nullptr) {
+        return 1;
+    }
+    return insertBefore(*chain, nodeAt(chain, index),
+                        ValuePtr(vtl_value_create(type, value, nullptr)));
+}
+
+int appendElement(vtl_chain* chain, unsigned type, const void* value) {
+    if (chain == nullptr) {
+        return 1;
+    }
+    return insertBefore(*chain, nullptr, ValuePtr(vtl_value_create(type, value, nullptr)));
+}
+
+int convertElement(const vtl_chain* chain, int index, unsigned target, void* out, void* extra) {
+    const vtl_chain_node* node = nodeAt(chain, index);
+    if (node == nullptr || node->item == nullptr || out == nullptr) {
+        return 1;
+    }
+    vtl_value_get(static_cast<const vtl_value*>(node->item), target, out, extra);
+    return 0;
+}
+
+vtl_value* takeElement(vtl_chain* chain, int index) {
+    vtl_chain_node* node = nodeAt(chain, index);
+    if (node == nullptr) {
+        return nullptr;
+    }
+    auto* element = static_cast<vtl_value*>(node->item);
+    vtl_chain_unlink(chain, node);
+    return element;
+}
+
+int clearElements(vtl_chain* chain) {
+    if (chain == nullptr) {
+        return 1;
+    }
+    destroyValues(*chain);
+    return 0;
+}
+
+int copyElements(const vtl_value* source, vtl_value* destination, unsigned type, Init init) {
+    const vtl_chain* elements = chainOf(source, type);
+    if (elements == nullptr || destination == nullptr || refersTo(destination, elements)) {
+        return 1;
+    }
+    vtl_deinit(destination);
+    init(destination);
+    vtl_chain* copies = chainOf(destination, type);
+    if (copies == nullptr) {
+        return 1;
+    }
+    const int result = appendClones(*elements, *copies);
+    if (result != 0) {
+        destroyValues(*copies);
+    }
+    return result;
+}
+
+}  // namespace vtl

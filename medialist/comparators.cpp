@@ -1,0 +1,50 @@
+#include "medialist/comparators.h"
+
+#include <algorithm>
+
+#include "medialist/media_class.h"
+
+namespace {
+
+// Fields are narrower than an int: no difference overflows.
+int difference(uint32_t a, uint32_t b) {
+    return static_cast<int>(a) - static_cast<int>(b);
+}
+
+int dayDifference(const MediaEntry& a, const MediaEntry& b) {
+    const int years = difference(a.year(), b.year());
+    return years != 0 ? years : difference(a.yday(), b.yday());
+}
+
+}  // namespace
+
+int CompareFileSize::compare(const MediaEntry* a, const MediaEntry* b) {
+    return difference(b->sizeMiB(), a->sizeMiB());
+}
+
+int CompareHighlight::compare(const MediaEntry* a, const MediaEntry* b) {
+    return difference(a->highlighted(), b->highlighted());
+}
+
+int CompareDayOldestFirst::compare(const MediaEntry* a, const MediaEntry* b) {
+    return dayDifference(*b, *a);
+}
+
+int CompareByDayNewestFirst::compare(const MediaEntry* a, const MediaEntry* b) {
+    return dayDifference(*a, *b);
+}
+
+CompareMediaType::CompareMediaType(std::span<const int> order) {
+    for (uint32_t kind = 0; kind < mPlaces.size(); ++kind) {
+        const auto place =
+            std::find(order.begin(), order.end(),
+                      mediaClass(MediaEntry::typeOf(kind), MediaEntry::clipOf(kind)));
+        mPlaces[kind] = static_cast<size_t>(place - order.begin());
+    }
+}
+
+int CompareMediaType::compare(const MediaEntry* a, const MediaEntry* b) {
+    const size_t placeA = mPlaces[a->kind()];
+    const size_t placeB = mPlaces[b->kind()];
+    return static_cast<int>(placeB > placeA) - static_cast<int>(placeB < placeA);
+}

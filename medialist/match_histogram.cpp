@@ -1,0 +1,48 @@
+#include <array>
+#include <cstdio>
+
+#include "libvxMediaRTOSDB/src/zep_queries.h"
+#include "medialist/zep_media_list.h"
+
+namespace {
+
+using Histogram = std::array<uint32_t, 32>;
+
+constexpr unsigned kSelectableBuckets = 5;
+
+// Flushed at once: whoever reads it through a pipe sees it before the program idles.
+void printHistogram(const Histogram& histogram) {
+    puts("\nZEPMediaList::matchHistogram() histogram dump:");
+    for (unsigned i = 0; i < histogram.size(); ++i) {
+        printf(" h[%d]=%d ", i, histogram[i]);
+    }
+    putchar('\n');
+    fflush(stdout);
+}
+
+bool holdsSelected(const Histogram& histogram, int mask) {
+    for (unsigned i = 0; i < kSelectableBuckets; ++i) {
+        if ((mask >> i & 1) != 0 && histogram[i] != 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+int ZEPMediaList::matchHistogram(int mask) {
+    Histogram histogram{};
+    reset();
+    uint32_t sessionId = mSessionId;
+    if (dbGetMediaHistogram(mToken, &sessionId, histogram.data()) != 0) {
+        return -1;
+    }
+    printHistogram(histogram);
+    // The client reports no session with the histogram, so far: then the id stays the list's own.
+    if (sessionChanged(sessionId)) {
+        return -1;
+    }
+    mSessionId = sessionId;
+    return holdsSelected(histogram, mask) ? 1 : 0;
+}

@@ -1,0 +1,111 @@
+#include "libvxMediaRTOSDB/src/zep_queries.h"
+#include "medialist/item_span.h"
+#include "medialist/zep_media_list.h"
+#include "vcore/log.h"
+#include "vcore/tracer.h"
+
+namespace {
+
+constexpr uint32_t kPageSize = 15;
+constexpr uint32_t kStatusFolded = 5;
+
+}  // namespace
+
+int ZEPMediaList::getMediaCount(std::vector<UploadRule>& rules) {
+    mRules = rules;
+    mCurrentCount = 0;
+    mIndex = 0;
+    const int32_t countedStart = mMediaStartIndex;
+    mMediaStartIndex = 0;
+    if (!mCounted) {
+        reset();
+        mSessionValid = false;
+    }
+    const vcore::Tracer trace(vcore::kCategoryDaemon, vcore::kLevelTrace,
+                              "int ZEPMediaList::getMediaCount(std::vector<UploadRule>&)");
+
+    const int result = countLists();
+    if (result < 0) {
+        mMediaStartIndex = countedStart;  // what was counted before can still be walked
+        return result;
+    }
+    if (!mCounted) {
+        rewind();
+    }
+    mCounted = true;
+    return mCurrentCount;
+}
+
+// Returns 0 when both lists have been read to their end, else a negative number.
+int ZEPMediaList::countLists() {
+    int delivered = 0;
+    do {
+        VLOG_NOISE("[ZML]: Calling dbGetZEPList index=%d, mMediaStartIndex:%d, mCurrentCount:%d\n",
+                   mIndex, mMediaStartIndex, mCurrentCount);
+        delivered = countPage(dbGetZEPItems);
+    } while (delivered > 0);
+    if (delivered < 0) {
+        return delivered;
+    }
+
+    mMediaStartIndex = static_cast<int32_t>(mIndex);
+    do {
+        VLOG_NOISE("[ZML]: Calling dbGetZEPSessionFileList index=%d, mMediaStartIndex:%d\n", mIndex,
+                   mMediaStartIndex);
+        delivered = countPage(dbGetZEPSessionFileList);
+    } while (delivered > 0);
+    return delivered;
+}
+
+// Returns the number of items delivered, or a negative number.
+int ZEPMediaList::countPage(PageQuery query) {
+    const uint32_t first = mIndex;
+    uint32_t sessionId = mSessionId;
+    const int delivered = query(kPageSize, first - static_cast<uint32_t>(mMediaStartIndex), mToken,
+                                countCb, this, nullptr, nullptr, &sessionId, nullptr);
+    if (delivered < 0) {
+        return delivered;
+    }
+    if (!enterSession(sessionId)) {
+        return -1;
+    }
+    // A page that claims items and brings none would be asked for again and again.
+    return delivered > 0 && mIndex == first ? -1 : delivered;
+}
+
+void ZEPMediaList::countCb(void* ctx, zep_item_s* item) {
+    auto& list = *static_cast<ZEPMediaList*>(ctx);
+    if (!list.mCounted) {
+        list.mEntries.emplace_back(*item, list.mIndex);
+    }
+    const bool candidate = !isSpanGroup(item->content_type) || list.countSpan(*item);
+    if (candidate && list.matchRules(item, list.mRules) == 1) {
+        ++list.mCurrentCount;
+    }
+    ++list.mIndex;
+}
+
+// Returns whether the item is the first span of its group. While the list is being built, a later
+// span is folded into the first one's entry and set aside in the database.
+bool ZEPMediaList::countSpan(const zep_item_s& item) {
+    if (mCounted) {
+        const auto group = mSpanMap.find(item.group_number);
+        if (group == mSpanMap.end()) {
+            VLOG_ERROR("[ZML]: %s: Missing group in span map: %d\n", "countCb", item.group_number);
+            return false;
+        }
+        return group->second.front() == mIndex;
+    }
+
+    const auto [group, isNew] = mSpanMap.try_emplace(item.group_number);
+    std::vector<uint32_t>& spans = group->second;
+    spans.push_back(mIndex);
+    if (isNew) {
+        return true;
+    }
+    mEntries[spans.front()].fold(mEntries[mIndex]);
+    if (dbSetZEPUploadStatus(item.dir_name, item.file_name, kStatusFolded, mToken) != 0) {
+        VLOG_ERROR("[ZML]: %s: Unable to set upload status.\n", "countCb");
+    }
+    return false;
+}

@@ -1,0 +1,34 @@
+#include <algorithm>
+#include <memory>
+
+#include "medialist/sort_rules.h"
+#include "medialist/stopwatch.h"
+#include "medialist/zep_media_list.h"
+#include "vcore/log.h"
+
+int ZEPMediaList::sort(const char* json) {
+    if (!mCounted) {
+        const int result = getMediaCount(kDefaultUploadRules);
+        if (result != 0) {
+            return result;
+        }
+    }
+    const std::unique_ptr<CompoundCompare> order = readSortRules(json);
+    if (order == nullptr) {
+        VLOG_ERROR("[ZML]: %s: failed to create comparison operator.\n", "sort");
+        return -1;
+    }
+
+    Stopwatch stopwatch;
+    stopwatch.control(Stopwatch::kCalibrate | Stopwatch::kClear | Stopwatch::kStart);
+    std::sort(mEntries.begin(), mEntries.end(), [&order](const MediaEntry& a, const MediaEntry& b) {
+        return order->compare(&a, &b) > 0;
+    });
+    VLOG_INFO("[ZML]: %s: sort took %1.2lf seconds\n", "sort", stopwatch.control(Stopwatch::kStop));
+    for (const MediaEntry& entry : mEntries) {
+        VLOG_NOISE("[ZML]: %d y:%d d:%d t:%d c:%d s:%d h:%d\n", entry.index(), entry.year(),
+                   entry.yday(), entry.type(), entry.count(), entry.sizeMiB(), entry.highlighted());
+    }
+    rewind();
+    return 0;
+}

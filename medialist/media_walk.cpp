@@ -1,0 +1,136 @@
+#include <algorithm>
+#include <array>
+
+#include "libvxMediaRTOSDB/src/zep_queries.h"
+#include "medialist/item_span.h"
+#include "medialist/zep_media_list.h"
+#include "vcore/log.h"
+
+namespace {
+
+constexpr int32_t kNoGroup = -1;
+constexpr int32_t kNoCode = -1;
+
+int32_t mediaCodeOf(uint32_t contentType) {
+    static constexpr std::array<int32_t, 13> kCodes = {1, 5, 1, 4, 0,       2, 3,
+                                                       6, 9, 8, 7, kNoCode, 11};
+    return contentType < kCodes.size() ? kCodes[contentType] : kNoCode;
+}
+
+}  // namespace
+
+int ZEPMediaList::getNextMedia(MediaOutput* out, std::vector<UploadRule>& rules) {
+    if (!mCounted && getMediaCount(kDefaultUploadRules) < 0) {
+        return kFailed;
+    }
+    mRules = rules;
+    mCurrentGroup = kNoGroup;
+    mOut = out;
+    while (mCursor != entriesEnd()) {
+        mItemReady = false;
+        uint32_t sessionId = mSessionId;
+        const int delivered = fetchEntry(&sessionId);
+        if (delivered < 0) {
+            return kFailed;
+        }
+        mCursor += std::min<ptrdiff_t>(delivered, entriesEnd() - mCursor);
+        if (!enterSession(sessionId)) {
+            return kSessionChanged;
+        }
+        if (mCurrentGroup != kNoGroup) {
+            const int result = addLaterSpans();
+            if (result != kItem) {
+                return result;
+            }
+        }
+        if (delivered == 0) {
+            return kEnd;
+        }
+        if (mItemReady) {
+            return kItem;
+        }
+    }
+    return kEnd;
+}
+
+// Asks for the item of the entry at the cursor. Returns the number of items delivered, or a
+// negative number.
+int ZEPMediaList::fetchEntry(uint32_t* sessionId) {
+    const uint32_t index = mCursor->index();
+    const auto sessionFiles = static_cast<uint32_t>(mMediaStartIndex);
+    VLOG_NOISE("[ZML]: Calling dbGetZEPList %p->%d\n", static_cast<const void*>(mCursor), index);
+    const int delivered =
+        index >= sessionFiles
+            ? dbGetZEPSessionFileList(1, index - sessionFiles, mToken, itemCb, this, fileCb, this,
+                                      sessionId, nullptr)
+            : dbGetZEPItems(1, index, mToken, itemCb, this, fileCb, this, sessionId, nullptr);
+    VLOG_NOISE("[ZML]: dbGetZEPList returned %d\n", delivered);
+    return delivered;
+}
+
+// Adds the files of the current group's later spans. Returns kItem, kFailed or kSessionChanged.
+int ZEPMediaList::addLaterSpans() {
+    const auto group = mSpanMap.find(static_cast<uint32_t>(mCurrentGroup));
+    if (group == mSpanMap.end()) {
+        return kItem;
+    }
+    const std::vector<uint32_t> spans = group->second;
+    for (size_t i = 1; i < spans.size(); ++i) {
+        uint32_t sessionId = mSessionId;
+        if (dbGetZEPItems(1, spans[i], mToken, nullptr, nullptr, fileCb, this, &sessionId,
+                          nullptr) < 0) {
+            return kFailed;
+        }
+        if (sessionChanged(sessionId)) {
+            return kSessionChanged;
+        }
+    }
+    return kItem;
+}
+
+void ZEPMediaList::itemCb(void* ctx, zep_item_s* item) {
+    auto& list = *static_cast<ZEPMediaList*>(ctx);
+    if (list.matchRules(item, list.mRules) == 0 ||
+        (isSpanGroup(item->content_type) && !list.enterGroup(item->group_number))) {
+        return;
+    }
+    const int32_t code = mediaCodeOf(item->content_type);
+    list.mItemReady = code != kNoCode;
+    if (!list.mItemReady) {
+        VLOG_WARNING("[ZML]: ZEPMediaList::%s : unknown item type: %d\n", "itemCb",
+                     item->content_type);
+        return;
+    }
+    list.mOut->text1.clear();
+    list.mOut->text2.clear();
+    list.mOut->mediaCode = code;
+}
+
+// Returns whether the entry at the cursor stands for the group; a folded span does not.
+bool ZEPMediaList::enterGroup(uint32_t groupNumber) {
+    const auto group = mSpanMap.find(groupNumber);
+    if (group == mSpanMap.end()) {
+        VLOG_ERROR("[ZML]: %s: Missing group in span map: %d\n", "itemCb", groupNumber);
+        return true;
+    }
+    if (group->second.front() != mCursor->index()) {
+        return false;
+    }
+    mCurrentGroup = static_cast<int32_t>(groupNumber);
+    return true;
+}
+
+void ZEPMediaList::fileCb(void* ctx, char* dirName, char* fileName) {
+    auto& list = *static_cast<ZEPMediaList*>(ctx);
+    if (!list.mItemReady) {
+        return;
+    }
+    std::string path = pathPrefix;
+    if (dirName != nullptr) {
+        path.append(dirName).push_back('/');
+        if (fileName != nullptr) {
+            path += fileName;
+        }
+    }
+    list.mOut->files.push_back(std::move(path));
+}

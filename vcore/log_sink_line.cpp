@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "vcore/log_callback_list.h"
+#include "vcore/log_filter.h"
 #include "vcore/log_sink.h"
 
 namespace {
@@ -18,11 +19,26 @@ struct Free {
     void operator()(char* memory) const { free(memory); }
 };
 
-bool passesFilters(const log_sink_t& sink, uint32_t category, uint32_t level) {
-    if ((category & sink.categoryMask) == 0) {
-        return false;
+// The local time of a second as text, empty where it has none.
+struct Timestamp {
+    time_t second;
+    char text[kTimestampSize];
+    std::size_t length;
+};
+
+// Converts a second once: each conversion looks for a changed time zone file, which costs more than
+// writing the line.
+const Timestamp& timestampOf(time_t second) {
+    thread_local Timestamp latest{0, "", 0};
+    if (latest.length == 0 || latest.second != second) {
+        tzset();
+        tm local;
+        const bool converted = localtime_r(&second, &local) != nullptr;
+        latest.length =
+            converted ? strftime(latest.text, sizeof latest.text, "%Y-%m-%dT%H:%M:%S", &local) : 0;
+        latest.second = second;
     }
-    return level <= sink.level || (level & sink.levelMask) != 0;
+    return latest;
 }
 
 // One line under construction: timestamp, message and one newline.
@@ -31,7 +47,7 @@ class Line {
     Line() { stamp(); }
 
     // Adds the message. Returns false when it is empty or does not format, or memory runs out.
-    bool format(const char* format, va_list arguments);
+    bool setMessage(const char* format, va_list arguments);
 
     const char* text() const { return mLong ? mLong.get() : mShort; }
 
@@ -47,16 +63,19 @@ class Line {
 void Line::stamp() {
     timeval now;
     gettimeofday(&now, nullptr);
-    char timestamp[kTimestampSize] = "";
-    if (const tm* const local = localtime(&now.tv_sec)) {
-        strftime(timestamp, sizeof timestamp, "%Y-%m-%dT%H:%M:%S", local);
-    }
+    const Timestamp& timestamp = timestampOf(now.tv_sec);
+    memcpy(mShort, timestamp.text, timestamp.length);
+    char* rest = mShort + timestamp.length;
     const int milliseconds = static_cast<int>(now.tv_usec / 1000);
-    const int length = snprintf(mShort, sizeof mShort, "%s.%03d ", timestamp, milliseconds);
-    mMessageStart = static_cast<std::size_t>(length);
+    *rest++ = '.';
+    *rest++ = static_cast<char>('0' + milliseconds / 100);
+    *rest++ = static_cast<char>('0' + milliseconds / 10 % 10);
+    *rest++ = static_cast<char>('0' + milliseconds % 10);
+    *rest++ = ' ';
+    mMessageStart = static_cast<std::size_t>(rest - mShort);
 }
 
-bool Line::format(const char* format, va_list arguments) {
+bool Line::setMessage(const char* format, va_list arguments) {
     // The newline has a place of its own behind the message and its terminator.
     const std::size_t room = sizeof mShort - mMessageStart - 1;
     va_list measured;
@@ -120,6 +139,15 @@ void emit(const log_sink_t& sink, const char* line) {
     }
 }
 
+int writeLine(const log_sink_t& sink, const char* format, va_list arguments) {
+    Line line;
+    if (!line.setMessage(format, arguments)) {
+        return 1;
+    }
+    emit(sink, line.text());
+    return 0;
+}
+
 }  // namespace
 
 int log_sink_vprintf(log_sink_t* sink, uint32_t category, uint32_t level, const char* format,
@@ -130,13 +158,7 @@ int log_sink_vprintf(log_sink_t* sink, uint32_t category, uint32_t level, const 
     if (!passesFilters(*sink, category, level)) {
         return 0;
     }
-
-    Line line;
-    if (!line.format(format, arguments)) {
-        return 1;
-    }
-    emit(*sink, line.text());
-    return 0;
+    return writeLine(*sink, format, arguments);
 }
 
 int log_sink_printf(log_sink_t* sink, uint32_t category, uint32_t level, const char* format, ...) {

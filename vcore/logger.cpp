@@ -1,5 +1,7 @@
 #include "vcore/logger.h"
 
+#include "vcore/log_filter.h"
+
 namespace vcore {
 
 Mutex Logger::sMutex;
@@ -44,6 +46,10 @@ Logger::~Logger() {
 int Logger::log(std::uint32_t category, std::uint32_t level, const char* format, ...) {
     const AutoLock lock(&sMutex);
     if (mSink == nullptr) {
+        return 0;
+    }
+    // Asked here already, because most lines end here: they cost little more than the lock.
+    if (format != nullptr && !passesFilters(*mSink, category, level)) {
         return 0;
     }
     va_list arguments;

@@ -14,16 +14,4 @@ Mutex::~Mutex() {
     }
 }
 
-AutoLock::AutoLock(Mutex* mutex) : mMutex(mutex) {
-    if (mMutex != nullptr) {
-        mMutex->lock();
-    }
-}
-
-AutoLock::~AutoLock() {
-    if (mMutex != nullptr) {
-        mMutex->unlock();
-    }
-}
-
 }  // namespace vcore

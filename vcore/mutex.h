@@ -31,8 +31,16 @@ class Mutex {
 // Holds a mutex for a scope. A null mutex is left alone.
 class AutoLock {
   public:
-    explicit AutoLock(Mutex* mutex);
-    virtual ~AutoLock();
+    explicit AutoLock(Mutex* mutex) : mMutex(mutex) {
+        if (mMutex != nullptr) {
+            mMutex->lock();
+        }
+    }
+    virtual ~AutoLock() {
+        if (mMutex != nullptr) {
+            mMutex->unlock();
+        }
+    }
     AutoLock(const AutoLock&) = delete;
     AutoLock& operator=(const AutoLock&) = delete;
 

@@ -20,3 +20,14 @@ void checkToken(uint32_t responseToken, const db_request_header& request) {
         UTIL_LOG(UTIL_LOG_WARN, "Tokens don't match %d %d", static_cast<int>(responseToken),
                  static_cast<int>(request.token));
 }
+
+uint32_t itemsOfPage(const db_list_response_header& page, uint32_t startingIndex) {
+    const uint32_t returned = page.header.count_returned;
+    const uint32_t left = page.total_entries - startingIndex;
+    if (returned <= left)
+        return returned;
+    UTIL_LOG(UTIL_LOG_WARN, "%d total_entries, but %d starting_index with %d count_returned\n",
+             uint32_t{page.total_entries}, startingIndex, returned);
+    UTIL_LOG(UTIL_LOG_WARN, "truncating to %d items in this page\n", left);
+    return left;
+}

@@ -76,6 +76,16 @@ struct db_file_request {
 static_assert(sizeof(db_file_request) == 32);
 static_assert(offsetof(db_file_request, file) == 12);
 
+constexpr size_t kMaxFilesInRequest = 74;
+
+// Asks about several files at once. Only request_count of the names are sent.
+struct db_files_request {
+    db_request_header header;
+    db_file_name files[kMaxFilesInRequest];
+};
+static_assert(sizeof(db_files_request) == 1492);  // a message has at most 1500 bytes
+static_assert(offsetof(db_files_request, files) == 12);
+
 struct db_gumi_request {
     db_request_header header;
     uint8_t gumi[kGumiSize];

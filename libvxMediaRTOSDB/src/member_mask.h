@@ -36,12 +36,18 @@ constexpr bool isMarked(std::span<const uint8_t> mask, uint32_t index) {
     return index / 8 < mask.size() && (mask[index / 8] >> (7 - index % 8) & 1) != 0;
 }
 
-// Calls visit(number) for each present member, upwards.
+// Tells whether the member first_number + index exists.
 // memberMask: read only when num_missing is not 0.
+constexpr bool isPresent(const db_group_info& group, std::span<const uint8_t> memberMask,
+                         uint32_t index) {
+    return group.num_missing == 0 || isMarked(memberMask, index);
+}
+
+// Calls visit(number) for each present member, upwards.
 template <typename Visit>
 void forEachMember(const db_group_info& group, std::span<const uint8_t> memberMask, Visit visit) {
     for (uint32_t i = 0; i < numberCount(group); i++) {
-        if (group.num_missing == 0 || isMarked(memberMask, i))
+        if (isPresent(group, memberMask, i))
             visit(group.first_number + i);
     }
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstring>
+#include <string_view>
 
 // Returns the characters of a field with a terminating zero behind them.
 template <size_t Size>
@@ -11,6 +12,12 @@ std::array<char, Size + 1> terminated(const char (&field)[Size]) {
     std::array<char, Size + 1> text = {};
     std::memcpy(text.data(), field, Size);
     return text;
+}
+
+// Returns the characters of a field up to its first zero, if it has one.
+template <size_t Size>
+std::string_view textOf(const char (&field)[Size]) {
+    return {field, strnlen(field, Size)};
 }
 
 // Fills a field with the text's characters up to its terminating zero, at most the field's width;

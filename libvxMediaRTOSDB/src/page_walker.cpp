@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "libvxMediaRTOSDB/src/db_checks.h"
 #include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/item_reader.h"
 #include "libvxMediaRTOSDB/src/member_mask.h"
@@ -38,18 +39,6 @@ db_list_response_header headerOf(std::span<const uint8_t> page) {
     db_list_response_header header = {};
     std::memcpy(&header, page.data(), std::min(page.size(), sizeof header));
     return header;
-}
-
-// Returns how many items to walk.
-int itemsOfPage(const db_list_response_header& header, uint32_t startingIndex) {
-    const uint32_t returned = header.header.count_returned;
-    const uint32_t left = header.total_entries - startingIndex;
-    if (returned <= left)
-        return static_cast<int>(returned);
-    UTIL_LOG(UTIL_LOG_WARN, "%d total_entries, but %d starting_index with %d count_returned\n",
-             uint32_t{header.total_entries}, startingIndex, returned);
-    UTIL_LOG(UTIL_LOG_WARN, "truncating to %d items in this page\n", left);
-    return static_cast<int>(left);
 }
 
 uint64_t groupDurationMs(const ListItem& item, const char* dirName) {
@@ -154,7 +143,7 @@ int processQueryResponse(const void* response, int bytesRead, uint32_t startingI
     };
     const Callbacks callbacks = {itemCallback, itemContext, fileCallback, fileContext};
 
-    const int count = itemsOfPage(header, startingIndex);
+    const int count = static_cast<int>(itemsOfPage(header, startingIndex));
     size_t offset = sizeof header;
     for (int done = 0; done < count; done++) {
         ListItem item;

@@ -1,0 +1,108 @@
+// Writes the keys of a JSON object that a field mask selects, each by one line that names its
+// field, its key and its value.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "libvxMediaRTOSDB/src/http_status.h"
+#include "libvxMediaRTOSDB/src/query_settings.h"
+#include "libvxMediaRTOSDB/src/text_buffer.h"
+
+// The field of a key that no mask governs.
+constexpr uint32_t kAlways = kAllFields;
+
+// Texts joined by ",".
+class JoinedText {
+  public:
+    // prefix: written before the first text; must outlive this.
+    JoinedText(TextBuffer* buffer, std::string_view prefix) : mBuffer(buffer), mPrefix(prefix) {}
+
+    template <typename... Parts>
+    void add(const Parts&... parts) {
+        mFitted &= mBuffer->append(mPrefix, parts...);
+        mPrefix = ",";
+    }
+
+    // Appends parts that belong to the text added last.
+    template <typename... Parts>
+    void extend(const Parts&... parts) {
+        mFitted &= mBuffer->append(parts...);
+    }
+
+    // Returns a joined text inside this one, whose fit counts here once it is taken back.
+    [[nodiscard]] JoinedText inner() const { return {mBuffer, ""}; }
+    void takeBack(const JoinedText& text) { mFitted &= text.mFitted; }
+
+    [[nodiscard]] bool fitted() const { return mFitted; }
+
+  private:
+    TextBuffer* mBuffer;
+    std::string_view mPrefix;
+    bool mFitted = true;
+};
+
+class KeyWriter {
+  public:
+    // prefix: written before the first key, "," before each further one.
+    KeyWriter(TextBuffer* buffer, uint32_t fieldMask, std::string_view prefix)
+        : mKeys(buffer, prefix), mFieldMask(fieldMask) {}
+
+    // "key":"123"
+    template <size_t Size>
+    void number(uint32_t field, const char (&key)[Size], uint32_t value) {
+        write(field, "\"", key, "\":\"", value, "\"");
+    }
+    template <size_t Size>
+    void number(uint32_t field, const char (&key)[Size], uint64_t value) {
+        write(field, "\"", key, "\":\"", value, "\"");
+    }
+    template <size_t Size>
+    void number(uint32_t field, const char (&key)[Size], int32_t value) {
+        write(field, "\"", key, "\":\"", value, "\"");
+    }
+
+    // "key":"text", the text escaped
+    template <size_t Size>
+    void text(uint32_t field, const char (&key)[Size], std::string_view value) {
+        write(field, "\"", key, "\":\"", JsonText{value}, "\"");
+    }
+
+    // "key":"00ff..."
+    template <size_t Size>
+    void hex(uint32_t field, const char (&key)[Size], std::span<const uint8_t> value) {
+        write(field, "\"", key, "\":\"", HexText{value}, "\"");
+    }
+
+    // Parts that make up a key and its value.
+    template <typename... Parts>
+    void write(uint32_t field, const Parts&... parts) {
+        if (selects(field))
+            mKeys.add(parts...);
+    }
+
+    // A key whose value is a list: addElements(JoinedText&) adds what stands between the opening
+    // text, key included, and the closing one.
+    template <size_t OpeningSize, size_t ClosingSize, typename AddElements>
+    void list(uint32_t field, const char (&opening)[OpeningSize],
+              const char (&closing)[ClosingSize], AddElements addElements) {
+        if (!selects(field))
+            return;
+        mKeys.add(opening);
+        JoinedText elements = mKeys.inner();
+        addElements(elements);
+        mKeys.takeBack(elements);
+        mKeys.extend(closing);
+    }
+
+    [[nodiscard]] bool selects(uint32_t field) const { return (mFieldMask & field) != 0; }
+
+    // HTTP_OK, or HTTP_INTERNAL_ERROR when something did not fit.
+    [[nodiscard]] int status() const { return mKeys.fitted() ? HTTP_OK : HTTP_INTERNAL_ERROR; }
+
+  private:
+    JoinedText mKeys;
+    uint32_t mFieldMask;
+};

@@ -1,0 +1,33 @@
+// The media lists, as HTTP responses with a JSON document.
+#pragma once
+
+#include <cstdint>
+
+extern "C" {
+#pragma GCC visibility push(default)
+
+// Answers a media-list query (media_list_query.h) on standard output, which it flushes: lists the
+// files of the query's data set by directory, with the keys that its fields select. A query of the
+// data set "gumi" lists the files that it names instead.
+// outputHandle: may be null. query: zero-terminated, not null: the process ends.
+// The status is 200; the parser's; 404 when the card has no identity; 500 when memory, the database
+// or the space for the list fail. A response that the parser does not reject has a document,
+// without files unless the status is 200, except that a failure of memory has none.
+// Returns 0 for status 200, else -1; also -1, with nothing printed, for a gumi query that does not
+// begin with "f=gumi".
+[[nodiscard]] int generateMediaList(void* outputHandle, const char* query);
+
+// Lists one range of the database on standard output, which it flushes, with a fixed set of keys.
+// handle: ignored. maxRequests: pages to fetch at most; below 1 the list is empty.
+// itemsPerRequest: items of a page. startingIndex: index of the first item, from 0.
+// listOptions: DbListOption bits. queryOptions: DbQueryOption bits, which select the kinds listed.
+// parameterCount: 0 to 2; with parameters the database is asked with the command that takes them.
+// parameters: may be null without parameters.
+// Returns 0 for status 200, else -1 (status 500).
+[[nodiscard]] int dbGetPagedList(void* handle, int maxRequests, uint32_t itemsPerRequest,
+                                 uint32_t startingIndex, uint32_t listOptions,
+                                 uint32_t queryOptions, int parameterCount,
+                                 const uint32_t* parameters);
+
+#pragma GCC visibility pop
+}

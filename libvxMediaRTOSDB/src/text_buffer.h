@@ -1,0 +1,60 @@
+// A text that grows up to a limit, in storage allocated once.
+//
+// What is appended is measured first. When the text would pass its limit, that is logged, nothing
+// is added, and the text starts anew: the response is lost and answers with HTTP_INTERNAL_ERROR.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "libvxMediaRTOSDB/src/text_part.h"
+
+// Where in a response a buffer is used.
+enum class TextBufferKind {
+    kPage,       // the whole list
+    kDirectory,  // the files of one directory
+    kEntry,      // the object of one file
+};
+
+// Characters that a buffer of each kind holds, the limit included.
+constexpr size_t kPageLimit = 131072;
+constexpr size_t kDirectoryLimit = 65536;
+constexpr size_t kEntryLimit = 1536;
+
+// A plain record: allocate() before its use, release() after it.
+class TextBuffer {
+  public:
+    // Returns false when there is no memory; the buffer then stays released.
+    [[nodiscard]] bool allocate(TextBufferKind kind);
+    void release();
+
+    // Appends all parts, or none when the text would pass its limit: the text is then empty and
+    // the result false. The text always ends with a zero.
+    template <typename... Parts>
+    [[nodiscard]] bool append(const Parts&... parts) {
+        const size_t room = mLimit - mLength;
+        if ((maxSize(parts) + ... + 0) > room) [[unlikely]] {
+            const size_t size = (exactSize(parts) + ... + 0);
+            if (size > room)
+                return startAnew(size);
+        }
+        char* end = mText + mLength;
+        ((end = write(end, parts)), ...);
+        *end = '\0';
+        mLength = static_cast<size_t>(end - mText);
+        return true;
+    }
+
+    void clear() { mLength = 0; }
+
+    // Valid until the text changes.
+    [[nodiscard]] std::string_view text() const { return {mText, mLength}; }
+
+  private:
+    [[nodiscard]] bool startAnew(size_t sizeOfParts);
+
+    char* mText;
+    size_t mLength;
+    size_t mLimit;
+    TextBufferKind mKind;
+};

@@ -1,0 +1,90 @@
+// The parts that a text is appended from: plain text, numbers, hexadecimal bytes and JSON text.
+//
+// Each kind of part has three functions:
+//   maxSize    a bound on the characters it takes, cheap to tell
+//   exactSize  the characters it takes
+//   write      writes them and returns the place behind them
+#pragma once
+
+#include <charconv>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <span>
+#include <string_view>
+
+// A text from outside, written with quotes, backslashes and control bytes escaped.
+struct JsonText {
+    std::string_view text;
+};
+
+// Bytes, written as two lower-case hexadecimal digits each.
+struct HexText {
+    std::span<const uint8_t> bytes;
+};
+
+template <size_t Size>
+constexpr size_t maxSize(const char (&)[Size]) {
+    return Size - 1;
+}
+
+template <size_t Size>
+constexpr size_t exactSize(const char (&)[Size]) {
+    return Size - 1;
+}
+
+template <size_t Size>
+char* write(char* place, const char (&text)[Size]) {
+    std::memcpy(place, text, Size - 1);
+    return place + Size - 1;
+}
+
+inline size_t maxSize(std::string_view text) {
+    return text.size();
+}
+
+inline size_t exactSize(std::string_view text) {
+    return text.size();
+}
+
+inline char* write(char* place, std::string_view text) {
+    if (!text.empty())
+        std::memcpy(place, text.data(), text.size());
+    return place + text.size();
+}
+
+template <std::integral Number>
+constexpr size_t maxSize(Number) {
+    return std::numeric_limits<Number>::digits10 + 2;
+}
+
+template <std::integral Number>
+char* write(char* place, Number number) {
+    return std::to_chars(place, place + maxSize(number), number).ptr;
+}
+
+template <std::integral Number>
+size_t exactSize(Number number) {
+    char digits[maxSize(Number{})];
+    return static_cast<size_t>(write(digits, number) - digits);
+}
+
+inline size_t maxSize(HexText hex) {
+    return 2 * hex.bytes.size();
+}
+
+inline size_t exactSize(HexText hex) {
+    return maxSize(hex);
+}
+
+char* write(char* place, HexText hex);
+
+constexpr size_t maxSize(JsonText json) {
+    constexpr size_t kLongestEscape = 6;
+    return kLongestEscape * json.text.size();
+}
+
+size_t exactSize(JsonText json);
+char* write(char* place, JsonText json);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 
 #include "libvxMediaRTOSDB/src/db_checks.h"
 #include "libvxMediaRTOSDB/src/db_responses.h"
@@ -37,7 +36,8 @@ const char* formatGumi(const db_gumi* gumi, GumiText* text) {
 // Returns the header; fields that were not received are 0.
 db_list_response_header headerOf(std::span<const uint8_t> page) {
     db_list_response_header header = {};
-    std::memcpy(&header, page.data(), std::min(page.size(), sizeof header));
+    const auto received = page.first(std::min(page.size(), sizeof header));
+    std::ranges::copy(received, reinterpret_cast<uint8_t*>(&header));
     return header;
 }
 

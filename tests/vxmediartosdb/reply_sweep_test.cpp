@@ -9,30 +9,13 @@
 #include "libvxMediaRTOSDB/src/list_query.h"
 #include "libvxMediaRTOSDB/src/member_mask.h"
 #include "libvxMediaRTOSDB/src/page_walker.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
 #include "libvxMediaRTOSDB/src/zep_queries.h"
-#include "tests/support/db_replies.h"
+#include "tests/vxmediartosdb/reply_sweep.h"
 
 namespace {
 
 using namespace scripted;
 using testing::AnyOf;
-
-constexpr size_t kToken = 16;
-constexpr uint32_t kUntouched = 0xEEEEEEEE;
-
-struct Query {
-    const char* name;
-    Bytes reply;                      // the full reply; its token is set to the request's
-    Bytes nextReply;                  // a second message of the answer, if there is one
-    void (*ask)(const Bytes& reply);  // asks the query and judges result and outputs
-};
-
-// A word of the reply; bytes that did not come are 0.
-uint32_t wordOf(Bytes reply, size_t offset) {
-    reply.resize(1500);
-    return wordAt(reply, offset);
-}
 
 struct Delivered {
     int items = 0;
@@ -175,12 +158,6 @@ void askOnce(const Query& query, const Bytes& reply, bool rightToken) {
     EXPECT_LE(platform.requests.size(), 1 + 2 * size_t{kMaxGroupSpan});
 }
 
-class ReplySweep : public testing::TestWithParam<Query> {
-  protected:
-    void SetUp() override { g_logLevel = UTIL_LOG_DEBUG; }
-    void TearDown() override { g_logLevel = UTIL_LOG_ERROR; }
-};
-
 TEST_P(ReplySweep, EveryLength) {
     const Query& query = GetParam();
     for (size_t length = 0; length <= query.reply.size(); length++) {
@@ -204,10 +181,6 @@ TEST_P(ReplySweep, EveryWord) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Queries, ReplySweep, testing::ValuesIn(kQueries), [](const auto& param) {
-    std::string name = param.param.name;
-    std::replace(name.begin(), name.end(), ' ', '_');
-    return name;
-});
+INSTANTIATE_TEST_SUITE_P(UploadQueries, ReplySweep, testing::ValuesIn(kQueries), queryName);
 
 }  // namespace

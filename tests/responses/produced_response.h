@@ -1,0 +1,35 @@
+// What a response producer prints, taken apart and checked for its form.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "libvxMediaRTOSDB/src/db_responses.h"
+#include "tests/support/db_replies.h"
+
+constexpr const char* kCardFolder = "/tmp/fuse_d";
+
+struct Produced {
+    int result;
+    int status;
+    std::string body;  // without the line end that closes it
+};
+
+// Runs a producer and checks that it prints one header and, if anything behind it, one line that is
+// JSON; that its result fits the status; and that it closes each connection it opens.
+Produced produce(const std::function<int()>& producer);
+
+// Starts a test: no script, and a card with the identity 12345.
+void resetWithCard();
+
+// A database that holds items (with all that follows their records) and answers list queries.
+struct ListDatabase {
+    std::vector<scripted::Bytes> items;
+    uint32_t listOptions = 0;  // that its responses name
+    size_t messageSize = kResponseBufferSize;
+
+    scripted::Exchange answer(const scripted::Bytes& request) const;
+};
+
+// Makes operator new fail: the n-th of the allocations without exceptions from now on, from 0.
+void failAllocation(int n);

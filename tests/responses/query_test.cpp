@@ -1,0 +1,290 @@
+// The parsers of both kinds of query, and the decoding of their values.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+
+#include "libvxMediaRTOSDB/src/media_list_query.h"
+#include "libvxMediaRTOSDB/src/metadata_query.h"
+#include "libvxMediaRTOSDB/src/query_fields.h"
+#include "libvxMediaRTOSDB/src/query_string.h"
+#include "libvxMediaRTOSDB/src/util_log.h"
+#include "tests/support/scripted_platform.h"
+
+namespace {
+
+using scripted::platform;
+
+// Decodes a whole value, by another way than the library.
+std::string decoded(const std::string& source, bool plusToSpace) {
+    std::string text;
+    for (size_t i = 0; i < source.size(); i++) {
+        const bool escape = source[i] == '%' && i + 2 < source.size() &&
+                            std::isxdigit(static_cast<unsigned char>(source[i + 1])) &&
+                            std::isxdigit(static_cast<unsigned char>(source[i + 2]));
+        if (escape) {
+            text += static_cast<char>(std::stoi(source.substr(i + 1, 2), nullptr, 16));
+            i += 2;
+        } else {
+            text += source[i] == '+' && plusToSpace ? ' ' : source[i];
+        }
+    }
+    return text;
+}
+
+void expectDecodedAlike(const std::string& source) {
+    for (const bool plus : {false, true}) {
+        const std::string whole = decoded(source, plus);
+        for (int size = 0; size < 12; size++) {
+            std::vector<char> out(static_cast<size_t>(size) + 1, 'x');
+            const int length =
+                urlDecode(source.data(), static_cast<int>(source.size()), out.data(), size, plus);
+            const bool fits =
+                source.empty() || (size >= 2 && static_cast<int>(whole.size()) < size);
+            ASSERT_EQ(length, fits ? static_cast<int>(whole.size()) : -1)
+                << source << " in " << size;
+            const size_t kept = size >= 2 ? std::min(whole.size(), out.size() - 2) : 0;
+            ASSERT_EQ(std::string(out.data(), kept), whole.substr(0, kept)) << source;
+            ASSERT_EQ(out[kept], size > 0 ? '\0' : 'x') << source;
+            ASSERT_EQ(out.back(), 'x') << source;
+        }
+    }
+}
+
+TEST(UrlDecode, AgreesWithASecondDecoder) {
+    for (const char* source : {"", "%", "%4", "%41", "%zz", "%4z", "%%41", "%2541", "a+b", "%+1"})
+        expectDecodedAlike(source);
+    std::mt19937 random(20240229);
+    for (int i = 0; i < 4000; i++) {
+        std::string source(random() % 14, '\0');
+        for (char& c : source)
+            c = i % 2 ? static_cast<char>(random()) : "%%%+aF09g"[random() % 9];
+        expectDecodedAlike(source);
+    }
+    char out[4];
+    EXPECT_EQ(urlDecode("abc", -1, out, 4, 1), 0);
+    EXPECT_EQ(urlDecode("abc", 3, out, -1, 1), -1);
+}
+
+TEST(FindQueryValue, Table) {
+    const struct {
+        const char* query;
+        const char* key;
+        int skip;
+        int size;
+        int result;
+        const char* value;
+    } cases[] = {
+        {"t=dur", "t", 0, 8, 3, "dur"},
+        {"T=dur&p=1", "t", 0, 8, 3, "dur"},
+        {"a=1&t=%41", "t", 0, 8, 1, "A"},
+        {"xt=1", "t", 0, 8, -1, ""},
+        {"t", "t", 0, 8, -1, ""},
+        {"t=", "t", 0, 8, 0, ""},
+        {"t&t=5", "t", 0, 8, 1, "5"},
+        {"a=t=1", "t", 0, 8, -1, ""},
+        {"t=1&t=2", "t", 1, 8, 1, "2"},
+        {"t=1&t=2", "t", 2, 8, -1, ""},
+        {"t=1&a=&T=&t=9", "t", 1, 8, 0, ""},
+        {"t=12345", "t", 0, 6, 5, "12345"},
+        {"t=12345", "t", 0, 5, -2, "1234"},
+        {"t=", "t", 0, 1, 0, ""},
+        {"t=1", "t", 0, 1, -2, ""},
+        {"t=1", "t", 0, 0, -2, "?"},
+        {"", "t", 0, 8, -1, ""},
+        {"t=1&ab", "abc", 0, 8, -1, ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.query);
+        char value[8] = "?";
+        const int length = static_cast<int>(std::strlen(c.query));
+        EXPECT_EQ(findQueryValueN(c.query, length, c.key, value, c.size, c.skip), c.result);
+        EXPECT_STREQ(value, c.value);
+    }
+    char value[8] = "?";
+    EXPECT_EQ(findQueryValue("t=1", 3, "t", nullptr, 8), -2);
+    EXPECT_EQ(findQueryValue("t=1", 3, nullptr, value, 8), -1);
+    EXPECT_STREQ(value, "");
+    EXPECT_EQ(findQueryValue(nullptr, 3, "t", value, 8), -1);
+}
+
+const std::string k63(63, 'x');
+const std::string k64(64, 'x');
+
+TEST(MediaListQuery, Accepts) {
+    const struct {
+        std::string query;
+        uint32_t filter;
+        uint32_t options;
+        uint32_t mask = 0xFFFFFFFF;
+        std::string directory = {};
+        std::string unsupported = {};
+        uint32_t uploadStatus = 0;
+    } cases[] = {
+        {"", 0, 0xFFFFFB00, 0x81B},
+        {"x=1", 0, 0},
+        {"f=photos", 1, 0x200},
+        {"F=video", 2, 0x100},
+        {"f=clips", 4, 0x300},
+        {"f=videoclips", 4, 0x100},
+        {"f=photoclips", 5, 0x200},
+        {"f=highlights", 6, 0x300},
+        {"f=videohighlights", 7, 0x100},
+        {"f=photohighlights", 8, 0x200},
+        {"f=groups", 10, 0x300},
+        {"f=videogroups", 10, 0x100},
+        {"f=photogroups", 11, 0x200},
+        {"f=raw", 12, 0x800},
+        {"f=gumi&folder=100VMEDI&files=A,B", 13, 0, 0xFFFFFFFF, "100VMEDI"},
+        {"f=none", 14, 0xF00},
+        {"f=upload", 15, 0, 0x8000},
+        {"f=upload&fields=us,n", 15, 0, 0x8001},
+        {"f=upload&STATUS=4294967295", 16, 0, 0x8000, "", "", 0xFFFFFFFF},
+        {"f=upload&status=0000000007", 16, 0, 0x8000, "", "", 7},
+        {"f=video&status=x", 2, 0x100},
+        {"f=video&status=&status=", 2, 0x100},
+        {"fields=%22n,mod%22", 0, 0, 0x3},
+        {"FIELDS=n,foo,,bar", 0, 0, 0x1, "", "foo,bar"},
+        {"fields=,", 0, 0, 0},
+        {"fields=%22", 0, 0, 0, "", "\""},
+        {"fields=" + std::string(100, 'u') + ",n", 0, 0, 1, "", std::string(100, 'u')},
+        {"fields=" + std::string(101, 'u') + ",b", 0, 0, 0x800},
+        {"folder=&files=", 0, 0},
+        {"folder=12345678&files=" + k63, 0, 0, 0xFFFFFFFF, "12345678"},
+        {"folder=12345678&files=", 0, 0, 0xFFFFFFFF, "12345678"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.query);
+        QuerySettings settings;
+        EXPECT_EQ(parseMediaListQuery(c.query.c_str(), &settings), 200);
+        EXPECT_EQ(settings.filter, c.filter);
+        EXPECT_EQ(settings.rtosDBQueryOptions, c.options);
+        EXPECT_EQ(settings.whitelistMask, c.mask);
+        EXPECT_EQ(settings.dirName, c.directory);
+        EXPECT_EQ(settings.unsupported, c.unsupported);
+        EXPECT_EQ(settings.newUploadStatus, c.uploadStatus);
+    }
+}
+
+TEST(MetadataQuery, Accepts) {
+    const struct {
+        const char* query;
+        uint32_t filter;
+        const char* directory = "100VMEDI";
+        const char* file = "V0010001.MP4";
+        uint32_t uploadStatus = 0;
+    } cases[] = {
+        {"t=videoinfo&p=100VMEDI/V0010001.MP4", 17},
+        {"p=100VMEDI/V0010001.MP4&t=dur", 18},
+        {"t=v4info&p=//100VMEDI//V0010001.MP4/", 19},
+        {"t=v5info&p=A%2fV0010001.360", 20, "A", "V0010001.360"},
+        {"t=upload&p=100VMEDI/V0010001.JPG", 21, "100VMEDI", "V0010001.JPG"},
+        {"t=upload&status=3&p=100VMEDI/V0010001.MP4", 22, "100VMEDI", "V0010001.MP4", 3},
+        {"t=dur&p=100VMEDI/V0010001.MP4&status=3x", 18},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.query);
+        QuerySettings settings;
+        EXPECT_EQ(parseMetadataQuery(c.query, &settings), 200);
+        EXPECT_EQ(settings.filter, c.filter);
+        EXPECT_STREQ(settings.dirName, c.directory);
+        EXPECT_STREQ(settings.fileName, c.file);
+        EXPECT_EQ(settings.newUploadStatus, c.uploadStatus);
+        EXPECT_EQ(settings.whitelistMask, 0xFFFFBFFC);
+    }
+}
+
+TEST(Queries, Reject) {
+    const std::string p = "&p=100VMEDI/V0010001.MP4";
+    const struct {
+        int (*parse)(const char*, QuerySettings*);
+        std::string query;
+        int status;
+        std::string message;
+    } cases[] = {
+        {parseMediaListQuery, "f=Photos", 501, "f=Photos not implemented\n"},
+        {parseMediaListQuery, "f=video%00", 501, "f=video not implemented\n"},
+        {parseMediaListQuery, "f=", 400, "Field 'f' has no value\n"},
+        {parseMediaListQuery, "f=" + k63, 501, "f=" + k63 + " not implemented\n"},
+        {parseMediaListQuery, "f=" + k64, 400, "Insufficient storage for f=" + k63 + "\n"},
+        {parseMediaListQuery, "f=raw&F=raw", 400, "Field 'f' found multiple times\n"},
+        {parseMediaListQuery, "fields=", 400, "Field 'fields' has no value\n"},
+        {parseMediaListQuery, "fields=n&fields=", 400, "Field 'fields' found multiple times\n"},
+        {parseMediaListQuery, "fields=" + std::string(1024, 'n'), 400, "storage for fields=nnn"},
+        {parseMediaListQuery, "folder=123456789&files=", 400,
+         "folder=123456789 is an invalid value\n"},
+        {parseMediaListQuery, "folder=" + k64, 400, "Insufficient storage for folder="},
+        {parseMediaListQuery, "folder=A&folder=A&files=", 400,
+         "Field 'folder' found multiple times\n"},
+        {parseMediaListQuery, "folder=A", 400, "Required field 'files' missing\n"},
+        {parseMediaListQuery, "files=A", 400, "Required field 'folder' missing\n"},
+        {parseMediaListQuery, "files=" + k64, 400, "Insufficient storage for files="},
+        {parseMediaListQuery, "f=upload&status=", 400, "Required field 'status' has no value\n"},
+        {parseMediaListQuery, "f=upload&status=3x", 400, "status=3x is an invalid value\n"},
+        {parseMediaListQuery, "f=upload&status=-1", 400, "status=-1 is an invalid value\n"},
+        {parseMediaListQuery, "f=upload&status=+1", 400, "status= 1 is an invalid value\n"},
+        {parseMediaListQuery, "f=upload&status=4294967296", 400, "is an invalid value\n"},
+        {parseMediaListQuery, "f=upload&status=00000000001", 400, "is an invalid value\n"},
+        {parseMediaListQuery, "status=" + k64, 400, "Insufficient storage for status="},
+        {parseMediaListQuery, "status=1&status=1", 400,
+         "Required field 'status' found multiple times\n"},
+        {parseMetadataQuery, "p=1", 400, "Field 't' not found\n"},
+        {parseMetadataQuery, "t=" + p, 400, "Field 't' has no value\n"},
+        {parseMetadataQuery, "t=DUR" + p, 501, "t=DUR not implemented\n"},
+        {parseMetadataQuery, "t=" + k64 + p, 400,
+         "Insufficient internal storage for t=" + k63 + "\n"},
+        {parseMetadataQuery, "t=dur&t=dur" + p, 400, "Required field 't' found multiple times\n"},
+        {parseMetadataQuery, "t=dur", 400, "Required field 'p' not found\n"},
+        {parseMetadataQuery, "t=dur&p=", 400, "Required field 'p' has no value\n"},
+        {parseMetadataQuery, "t=dur&p=" + k64, 400, "Insufficient storage for p="},
+        {parseMetadataQuery, "t=dur" + p + p, 400, "Required field 'p' found multiple times\n"},
+        {parseMetadataQuery, "t=dur&p=//", 400, "invalid directory name: dir:''\n"},
+        {parseMetadataQuery, "t=dur&p=123456789/A", 400, "directory name: dir:'123456789'\n"},
+        {parseMetadataQuery, "t=dur&p=100VMEDI/", 400, "invalid filename: file:''\n"},
+        {parseMetadataQuery, "t=dur&p=A/V00100012.MP4", 400, "filename: file:'V00100012.MP4'\n"},
+        {parseMetadataQuery, "t=dur&p=A/V0010001.mp4", 404,
+         "Not a JPG or MP4 file name 'V0010001.mp4', inferring FILE NOT_FOUND\n"},
+        {parseMetadataQuery, "t=dur&p=A/V1.MP4", 404, "inferring FILE NOT_FOUND\n"},
+        {parseMetadataQuery, "t=upload&status=&p=A/V0010001.JPG", 400,
+         "Required field 'status' has no value\n"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.query);
+        scripted::reset();
+        g_logLevel = UTIL_LOG_WARN;
+        QuerySettings settings;
+        EXPECT_EQ(c.parse(c.query.c_str(), &settings), c.status);
+        EXPECT_TRUE(platform.logged(c.message)) << testing::PrintToString(platform.logs);
+        EXPECT_TRUE(platform.logged(c.status == 404 ? "UTIL_LOG_WARN :" : "UTIL_LOG_ERROR:"));
+        g_logLevel = UTIL_LOG_ERROR;
+    }
+}
+
+TEST(QueryFields, SelectTheirKeys) {
+    uint32_t all = 0;
+    const std::pair<const char*, uint32_t> names[] = {
+        {"n", 1},         {"mod", 2},        {"cre", 4},          {"s", 8},
+        {"ls", 0x10},     {"cl", 0x20},      {"avc", 0x40},       {"prof", 0x80},
+        {"mahs", 0x100},  {"hc", 0x200},     {"hi", 0x700},       {"g", 0x800},
+        {"b", 0x800},     {"l", 0x800},      {"t", 0x800},        {"m", 0x800},
+        {"ghc", 0x800},   {"ghi", 0x800},    {"gumi", 0x1000},    {"pgumi", 0x2000},
+        {"DNE", 0x4000},  {"us", 0x8000},    {"eis", 0x10000},    {"wdr", 0x20000},
+        {"pta", 0x40000}, {"ao", 0x80000},   {"raw", 0x100000},   {"tr", 0x200000},
+        {"mp", 0x400000}, {"dur", 0x800000}, {"hdr", 0x10000000}, {"legacy", 0x81B},
+        {"w", 0},         {"fps", 0},        {"dne", 0},          {"", 0},
+    };
+    for (const auto& [name, fields] : names) {
+        EXPECT_EQ(fieldsOf(name), fields) << name;
+        all |= fields;
+    }
+    EXPECT_EQ(all, 0x10FFFFFFu);
+}
+
+TEST(Queries, WithoutQueryOrSettingsEndTheProcess) {
+    QuerySettings settings;
+    EXPECT_EXIT((void)parseMediaListQuery(nullptr, &settings), testing::ExitedWithCode(255), "");
+    EXPECT_EXIT((void)parseMetadataQuery("t=dur", nullptr), testing::ExitedWithCode(255), "");
+}
+
+}  // namespace

@@ -1,0 +1,85 @@
+// The buffers that responses are built in, at their limits and without memory.
+#include <gtest/gtest.h>
+
+#include "libvxMediaRTOSDB/src/http_status.h"
+#include "libvxMediaRTOSDB/src/media_formatters.h"
+#include "libvxMediaRTOSDB/src/query_settings.h"
+#include "tests/responses/produced_response.h"
+
+namespace {
+
+using scripted::platform;
+
+TEST(TextBuffer, KeepsItsLimit) {
+    const struct {
+        TextBufferKind kind;
+        size_t limit;
+        std::string message;
+    } cases[] = {
+        {TextBufferKind::kEntry, 1536, "1537 > 1536, entry buff exceeded, text_buffer.cpp:"},
+        {TextBufferKind::kDirectory, 65536, "65537 > 65536, dir buff exceeded, text_buffer.cpp:"},
+        {TextBufferKind::kPage, 131072, "exceeded buffer length for vxoutput 131073, text_buffer"},
+    };
+    for (const auto& c : cases) {
+        TextBuffer buffer;
+        ASSERT_TRUE(buffer.allocate(c.kind));
+        for (const size_t size : {c.limit - 1, c.limit, c.limit + 1}) {
+            scripted::reset();
+            buffer.clear();
+            const std::string start(size - 17, 'x');
+            ASSERT_TRUE(buffer.append(start));
+            // The last part's bound is above its size: only the exact measure tells that it fits.
+            const bool fits =
+                buffer.append("a", 4294967295u, JsonText{"\"\\"}, std::string_view("b"), 7u);
+            EXPECT_EQ(fits, size <= c.limit);
+            EXPECT_EQ(buffer.text(), fits ? start + "a4294967295\\\"\\\\b7" : "");
+            EXPECT_EQ(platform.logged(c.message), !fits);
+            EXPECT_TRUE(buffer.append("again") || fits);
+        }
+        buffer.release();
+    }
+}
+
+TEST(TextBuffer, WritesEachKindOfPart) {
+    TextBuffer buffer;
+    ASSERT_TRUE(buffer.allocate(TextBufferKind::kEntry));
+    const uint8_t bytes[] = {0x00, 0x9f, 0xff};
+    ASSERT_TRUE(buffer.append(0u, " ", -2147483647 - 1, " ", 18446744073709551615ull, " ",
+                              HexText{bytes}, " ",
+                              JsonText{std::string_view("a\"b\\c\x01\x1f\0 \x7f\xe9", 11)}));
+    EXPECT_EQ(
+        buffer.text(),
+        "0 -2147483648 18446744073709551615 009fff a\\\"b\\\\c\\u0001\\u001f\\u0000 \x7f\xe9");
+    buffer.release();
+}
+
+TEST(MediaDBOutput, LeavesNothingBehindWithoutMemory) {
+    const char* messages[] = {"malloc localBuffer failed medialist\n",
+                              "malloc localDirectoryBuffer failed medialist\n",
+                              "malloc localEntryBuffer failed medialist\n"};
+    for (int n = 0; n < 3; n++) {
+        scripted::reset();
+        failAllocation(n);
+        vxMediaDBOutput output;
+        EXPECT_EQ(vxMediaDBOutputCtor(&output, nullptr), -1);
+        EXPECT_TRUE(platform.logged(messages[n]));
+        vxMediaDBOutputDtor(&output);
+    }
+}
+
+TEST(Formatters, GoOnAfterAKeyThatDoesNotFit) {
+    MediaDBOutputGuard output(nullptr);
+    TextBuffer& entry = output.get()->localEntryBuffer;
+    ASSERT_TRUE(entry.append(std::string(kEntryLimit - 40, 'x')));
+    const db_gumi gumi = {{1}};
+    EXPECT_EQ(formatGUMI(output.get(), kAllFields, "", &gumi, &gumi), HTTP_INTERNAL_ERROR);
+    EXPECT_EQ(entry.text(), ",\"pgumi\":\"01000000000000000000000000000000\"");
+    entry.clear();
+    EXPECT_EQ(formatGUMI(output.get(), kAllFields, "P", &gumi, nullptr), HTTP_OK);
+    EXPECT_EQ(entry.text(), "P\"gumi\":\"01000000000000000000000000000000\"");
+    EXPECT_EQ(formatContentInfo(output.get(), kAllFields, nullptr), HTTP_OK);
+    EXPECT_EXIT((void)formatMoreInfo(output.get(), 0, nullptr, nullptr),
+                testing::ExitedWithCode(255), "");
+}
+
+}  // namespace

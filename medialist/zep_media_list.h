@@ -76,8 +76,8 @@ class ZEPMediaList {
     // Walks to the next entry that the rules accept and adds its files to out, which stays the
     // caller's. Counts first when the list is not built.
     // Returns kItem with an item in out; kEnd after the last one; kSessionChanged when the database
-    // has changed; kFailed when it cannot be reached, with the walk where it was. Without kItem,
-    // out is not to be relied on.
+    // has changed; kFailed when it cannot be reached, with the walk at the entry it has come to.
+    // Without kItem, out is not to be relied on.
     [[nodiscard]] int getNextMedia(MediaOutput* out, std::vector<UploadRule>& rules);
 
     // Writes the upload status of one file, which later counts and histograms show.

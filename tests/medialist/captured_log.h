@@ -8,32 +8,24 @@
 
 #include "vcore/logger.h"
 
-class CapturedLog {
-  public:
-    CapturedLog() : mSink(log_sink_create()) {
-        log_sink_set_outputs(mSink, LOG_OUT_CALLBACK);
-        log_sink_set_level(mSink, vcore::kLevelTrace);
-        log_sink_set_category_mask(mSink, 0xFF);
-        log_sink_add_callback(mSink, [](const char* line) {
-            sLines.emplace_back(std::strchr(line, ' ') + 1);
-            sLines.back().pop_back();
-        });
-        sLines.clear();
-        vcore::Logger::attach(mSink);
+struct CapturedLog {
+    static inline std::vector<std::string> lines;
+    log_sink_t* sink = log_sink_create();
+
+    CapturedLog() {
+        log_sink_set_outputs(sink, LOG_OUT_CALLBACK);
+        log_sink_set_level(sink, vcore::kLevelTrace);
+        log_sink_set_category_mask(sink, 0xFF);
+        log_sink_add_callback(
+            sink, [](const char* line) { lines.emplace_back(std::strchr(line, ' ') + 1); });
+        lines.clear();
+        vcore::Logger::attach(sink);
     }
     ~CapturedLog() {
         vcore::Logger::attach(nullptr);
-        log_sink_destroy(mSink);
+        log_sink_destroy(sink);
     }
-    CapturedLog(const CapturedLog&) = delete;
-    CapturedLog& operator=(const CapturedLog&) = delete;
-
-    static const std::vector<std::string>& lines() { return sLines; }
     static bool has(const std::string& line) {
-        return std::find(sLines.begin(), sLines.end(), line) != sLines.end();
+        return std::find(lines.begin(), lines.end(), line + "\n") != lines.end();
     }
-
-  private:
-    log_sink_t* mSink;
-    static inline std::vector<std::string> sLines;
 };

@@ -216,17 +216,16 @@ TEST(UploadStatus, OnlyPathsOfTheRightFormReachTheDatabase) {
 
 TEST(MatchHistogram, TestsTheSelectedBuckets) {
     const struct {
-        int mask;
+        int mask, result;
         std::vector<size_t> filled;
-        int result;
-    } cases[] = {{0, {0, 1, 2, 3, 4}, 0},
-                 {32, {5}, 0},
-                 {9, {1, 2, 4, 5, 31}, 0},
-                 {9, {3}, 1},
-                 {9, {0}, 1},
-                 {16, {4}, 1},
-                 {~31, {8, 31}, 0},
-                 {31, {2}, 1}};
+    } cases[] = {{0, 0, {0, 1, 2, 3, 4}},
+                 {32, 0, {5}},
+                 {9, 0, {1, 2, 4, 5, 31}},
+                 {9, 1, {3}},
+                 {9, 1, {0}},
+                 {16, 1, {4}},
+                 {~31, 0, {8, 31}},
+                 {31, 1, {2}}};
     for (const auto& c : cases) {
         scripted::Bytes reply(148);
         for (size_t bucket : c.filled) {

@@ -1,0 +1,114 @@
+#include "vcore/card_id.h"
+
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path kCard = "/tmp/fuse_d/MISC/card";
+
+std::string contentOf(const fs::path& path) {
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void write(const fs::path& path, const std::string& content) {
+    fs::create_directories(path.parent_path());
+    std::ofstream(path) << content;
+}
+
+// Returns result and identity, and the report if there is one.
+std::string ask(int storage = CARD_STORAGE_SD) {
+    char identity[CARD_ID_SIZE] = "before";
+    testing::internal::CaptureStderr();
+    const int result = getCardIDStrExt(identity, storage);
+    return std::to_string(result) + ' ' + identity + testing::internal::GetCapturedStderr();
+}
+
+// One less than the square of a random number of 31 bits.
+bool isDrawn(const std::string& identity) {
+    const long long square = std::stoll(identity) + 1;
+    const long long root = std::llround(std::sqrt(static_cast<double>(square)));
+    return root > 0 && root < 1LL << 31 && root * root == square;
+}
+
+// The card is a small file system of its own.
+void mountCard(const char* options = "", unsigned long flags = 0) {
+    fs::create_directories("/tmp/fuse_d");
+    ASSERT_EQ(mount("tmpfs", "/tmp/fuse_d", "tmpfs", flags, options), 0);
+}
+void makeReadOnly() {
+    mountCard("", MS_REMOUNT | MS_RDONLY);
+}
+
+TEST(CardId, IsReadOrDrawn) {
+    const std::string digits = "123456789012345678901234567890";
+    const std::string none = "no file, no folder";
+    const std::pair<std::string, std::string> cases[] = {
+        {"12345", "12345"}, {"0", "0"},  {digits + "1", digits},
+        {none, ""},         {"", ""},    {"12345\n", ""},
+        {"\n", ""},         {"12x", ""}, {"-1", ""}};
+    for (const auto& [stored, kept] : cases) {
+        fs::remove_all(kCard.parent_path());
+        if (stored != none) {
+            write(kCard, stored);
+        }
+        const std::string answer = ask();
+        const std::string after = contentOf(kCard);
+        if (kept.empty()) {
+            EXPECT_EQ(answer, "0 " + after);
+            EXPECT_TRUE(isDrawn(after)) << after;
+        } else {
+            EXPECT_EQ(answer, "0 " + kept);
+            EXPECT_EQ(after, stored);
+        }
+        EXPECT_EQ(ask(), answer);
+    }
+    write(kCard, "11");
+    write("/tmp/fuse_i/MISC/card", "22");
+    EXPECT_EQ(ask(0) + ask(1) + ask(2) + ask(-1), "0 110 220 110 11");
+}
+
+TEST(CardId, ReportsWhatFails) {
+    const std::pair<void (*)(), const char*> cases[] = {
+        {[] { write("/tmp/fuse_d/MISC", "text"); },
+         "-1 0Path:/tmp/fuse_d/MISC/ exists and is a NOT folder\n"},
+        {makeReadOnly, "-1 0Failed to create folder:/tmp/fuse_d/MISC/\n"},
+        {[] { fs::create_directories(kCard); },
+         "-1 0Failed to create file  /tmp/fuse_d/MISC/card\n"},
+        {[] { write(kCard, "12x"), makeReadOnly(); },
+         "-1 0Failed to create file  /tmp/fuse_d/MISC/card\n"},
+        {[] { write(kCard, "12"), makeReadOnly(); }, "0 12"},
+        {[] {
+             mountCard("size=4k", MS_REMOUNT);
+             write("/tmp/fuse_d/MISC/filler", std::string(4096, 'x'));
+         },
+         "-1 0Failed to get write card_id to file\n"}};
+    for (const auto& [prepare, answer] : cases) {
+        mountCard();
+        prepare();
+        EXPECT_EQ(ask(), answer);
+        umount("/tmp/fuse_d");
+    }
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(getCardIDStr(nullptr), -1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Cannot call with null pointer\n");
+}
+
+TEST(DigitString, EndsAtLengthOrTerminator) {
+    EXPECT_EQ(isDigitString("", 5) & isDigitString("x", 0) & isDigitString("0123456789", 10) &
+                  isDigitString("12", 9) & isDigitString("12x", 2),
+              1);
+    EXPECT_EQ(isDigitString("12x", 3) | isDigitString("/", 1) | isDigitString(":", 1) |
+                  isDigitString(" 1", 2) | isDigitString("\xB2", 1),
+              0);
+}
+
+}  // namespace

@@ -1,0 +1,79 @@
+#include "vcore/daemon_init.h"
+
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+
+namespace {
+
+// Calls daemon_init_ext as it is in a child of the test, and tells what the process is afterwards.
+std::string callHere(int allowCoreDump) {
+    umask(022);
+    const rlimit none{0, RLIM_INFINITY};
+    setrlimit(RLIMIT_CORE, &none);
+    const pid_t before = getpid();
+    const int result = daemon_init_ext(allowCoreDump);
+    rlimit cores{};
+    getrlimit(RLIMIT_CORE, &cores);
+    return std::to_string(result) + (getpid() != before ? " forked" : "") +
+           (getsid(0) == getpid() ? " leads its session" : "") +
+           (umask(0) == 0 ? " without mask" : "") +
+           (cores.rlim_cur == RLIM_INFINITY ? " with cores" : "") + " in " +
+           std::filesystem::current_path().string();
+}
+
+void becomeChildOfProcessOne() {
+    EXPECT_EQ(unshare(CLONE_NEWPID), 0);
+    for (int generation = 0; generation < 2; ++generation) {
+        if (const pid_t child = fork(); child != 0) {
+            waitpid(child, nullptr, 0);
+            _exit(0);
+        }
+    }
+}
+
+// Returns what callHere tells and what it leaves on standard output.
+std::string callInChild(int allowCoreDump, bool ofProcessOne) {
+    int ends[2];
+    EXPECT_EQ(pipe(ends), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        dup2(ends[1], STDOUT_FILENO);
+        std::filesystem::current_path("/tmp");
+        if (ofProcessOne) {
+            becomeChildOfProcessOne();
+        }
+        printf(", %s", callHere(allowCoreDump).c_str());
+        fflush(stdout);
+        _exit(0);
+    }
+    close(ends[1]);
+    int status = -1;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0) << "the caller's process ends with success";
+    std::string told;
+    for (char byte = 0; read(ends[0], &byte, 1) == 1;) {
+        told += byte;
+    }
+    close(ends[0]);
+    return told;
+}
+
+TEST(DaemonInit, DetachesOnceAndSaysWhereCoreFilesGo) {
+    const std::string note = "daemon_init_ext: Note: Daemon can generate core dump.";
+    EXPECT_EQ(callInChild(0, false), ", 0 forked leads its session without mask in /");
+    EXPECT_EQ(callInChild(1, false),
+              note + ", -1 forked leads its session without mask with cores in /tmp");
+    std::filesystem::create_directory("/tmp/fuse_b");
+    EXPECT_EQ(callInChild(1, false),
+              note + ", 0 forked leads its session without mask with cores in /tmp/fuse_b");
+    EXPECT_EQ(callInChild(1, true), ", 0 in /tmp");
+}
+
+}  // namespace

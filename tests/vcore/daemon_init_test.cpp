@@ -57,11 +57,10 @@ std::string callInChild(int allowCoreDump, bool ofProcessOne) {
     int status = -1;
     EXPECT_EQ(waitpid(child, &status, 0), child);
     EXPECT_EQ(status, 0) << "the caller's process ends with success";
-    std::string told;
-    for (char byte = 0; read(ends[0], &byte, 1) == 1;) {
-        told += byte;
-    }
-    close(ends[0]);
+    char told[200] = "";
+    FILE* const source = fdopen(ends[0], "r");
+    EXPECT_NE(fgets(told, sizeof told, source), nullptr);
+    fclose(source);
     return told;
 }
 

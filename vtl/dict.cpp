@@ -21,7 +21,9 @@ constexpr vtl_operations kOperations = {
 };
 
 struct DestroyEntry {
-    void operator()(vtl_dict_entry* entry) const { vtl::destroyEntry(entry); }
+    void operator()(vtl_dict_entry* entry) const {
+        vtl::destroyEntry(entry, vtl::StackElements::kDestroy);
+    }
 };
 using EntryPtr = std::unique_ptr<vtl_dict_entry, DestroyEntry>;
 
@@ -250,9 +252,10 @@ int vtl_dict_deepcopy(const vtl_value* source, vtl_value* destination) {
     if (vtl_dict_init(destination) != 0) {
         return 1;
     }
-    const int result = appendClones(*entries, *entriesOf(destination));
+    vtl_chain& copies = *entriesOf(destination);
+    const int result = appendClones(*entries, copies);
     if (result != 0) {
-        vtl_dict_clear(destination);
+        vtl::destroyEntries(copies, vtl::StackElements::kDestroy);
     }
     return result;
 }

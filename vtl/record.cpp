@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "vtl/memory.h"
+#include "vtl/teardown.h"
 
 namespace vtl {
 namespace {
@@ -25,7 +26,7 @@ class NestingLevel {
 
 void DestroyValue::operator()(vtl_value* value) const {
     if (value->ops.destroy != nullptr) {
-        value->ops.destroy(value);
+        destroyUnseen(value);
     } else {
         vtl_free(value);
     }

@@ -11,6 +11,7 @@ namespace vtl {
 
 using Init = int (*)(vtl_value*);
 
+/// Ends a value that was never handed out.
 struct DestroyValue {
     void operator()(vtl_value* value) const;
 };

@@ -90,7 +90,7 @@ int copyElements(const vtl_value* source, vtl_value* destination, unsigned type,
     }
     const int result = appendClones(*elements, *copies);
     if (result != 0) {
-        destroyValues(*copies);
+        destroyValues(*copies, StackElements::kDestroy);
     }
     return result;
 }

@@ -27,6 +27,8 @@ void* takeFirst(vtl_chain& chain) {
 /// Nodes whose items are still to be destroyed.
 class Teardown {
   public:
+    explicit Teardown(StackElements elements) : mStackElements(elements) {}
+
     void addValues(vtl_chain& chain) { moveNodes(chain, mValues); }
     void addEntries(vtl_chain& chain) { moveNodes(chain, mEntries); }
 
@@ -48,42 +50,58 @@ class Teardown {
         }
     }
 
-  private:
     void destroyValue(vtl_value* value) {
         if (value == nullptr) {
             return;
         }
-        vtl_chain* list = chainOf(value, VTL_TYPE_LIST);
-        vtl_chain* dict = chainOf(value, VTL_TYPE_DICT);
-        if (list != nullptr && value->ops.destroy == vtl_list_destroy) {
-            addValues(*list);
-        } else if (dict != nullptr && value->owns == 1 && value->ops.destroy == vtl_dict_destroy) {
-            addEntries(*dict);
-        }
+        takeContents(*value);
         vtl_destroy(value);
     }
 
+  private:
+    void takeContents(const vtl_value& value) {
+        if (!hasChain(&value)) {
+            return;
+        }
+        vtl_chain& chain = *value.payload.chain;
+        const auto destroy = value.ops.destroy;
+        if (value.type == VTL_TYPE_LIST && destroy == vtl_list_destroy) {
+            addValues(chain);
+        } else if (value.type == VTL_TYPE_DICT && destroy == vtl_dict_destroy && value.owns == 1) {
+            addEntries(chain);
+        } else if (value.type == VTL_TYPE_STACK && mStackElements == StackElements::kDestroy) {
+            addValues(chain);
+        }
+    }
+
+    const StackElements mStackElements;
     vtl_chain mValues{};
     vtl_chain mEntries{};
 };
 
 }  // namespace
 
-void destroyValues(vtl_chain& values) {
-    Teardown teardown;
+void destroyValues(vtl_chain& values, StackElements elements) {
+    Teardown teardown(elements);
     teardown.addValues(values);
     teardown.run();
 }
 
-void destroyEntries(vtl_chain& entries) {
-    Teardown teardown;
+void destroyEntries(vtl_chain& entries, StackElements elements) {
+    Teardown teardown(elements);
     teardown.addEntries(entries);
     teardown.run();
 }
 
-void destroyEntry(vtl_dict_entry* entry) {
-    Teardown teardown;
+void destroyEntry(vtl_dict_entry* entry, StackElements elements) {
+    Teardown teardown(elements);
     teardown.destroyEntry(entry);
+    teardown.run();
+}
+
+void destroyUnseen(vtl_value* value) {
+    Teardown teardown(StackElements::kDestroy);
+    teardown.destroyValue(value);
     teardown.run();
 }
 

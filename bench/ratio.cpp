@@ -50,8 +50,11 @@ void printRatio(const Ratio& ratio, const FastestKeeper& times) {
         return;
     }
     const double value = subject / baseline;
-    printf("%-40s %8.2f times %-30s goal: at most %.2f, %s\n", ratio.subject.c_str(), value,
-           ratio.baseline.c_str(), ratio.atMost, value <= ratio.atMost ? "met" : "MISSED");
+    printf("%-40s %8.2f times %-30s", ratio.subject.c_str(), value, ratio.baseline.c_str());
+    if (ratio.atMost > 0) {
+        printf(" goal: at most %.2f, %s", ratio.atMost, value <= ratio.atMost ? "met" : "MISSED");
+    }
+    printf("\n");
 }
 
 }  // namespace

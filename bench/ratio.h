@@ -9,7 +9,7 @@
 struct Ratio {
     std::string subject;
     std::string baseline;
-    double atMost;
+    double atMost;  // 0 when there is no goal
 };
 
 // The main of a benchmark program: runs the benchmarks, prints their times and then each ratio of

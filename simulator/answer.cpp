@@ -1,0 +1,47 @@
+#include "simulator/answer.h"
+
+#include <algorithm>
+
+#include "simulator/answers.h"
+
+namespace simulator {
+
+namespace {
+
+struct Command {
+    uint32_t number;
+    std::string_view name;
+    std::vector<Message> (*answer)(Database&, Request);
+};
+
+constexpr Command kCommands[] = {
+    {DB_CMD_LIST, "list", answerList},
+    {DB_CMD_WRITE_UPLOAD_STATUS, "write upload status", answerWriteUploadStatus},
+    {DB_CMD_MEDIA_HISTOGRAM, "media histogram", answerMediaHistogram},
+};
+
+const Command* findCommand(uint32_t number) {
+    const auto* command = std::ranges::find(kCommands, number, &Command::number);
+    return command == std::end(kCommands) ? nullptr : command;
+}
+
+}  // namespace
+
+std::vector<Message> answer(Database& database, Request request) {
+    const db_request_header header = requestHeader(request);
+    const Command* command = findCommand(header.command_type);
+    if (command == nullptr) {
+        return {statusReply(header, DB_STATUS_UNKNOWN_COMMAND)};
+    }
+    if (auto replies = command->answer(database, request); !replies.empty()) {
+        return replies;
+    }
+    return {statusReply(header, DB_STATUS_BAD_REQUEST)};
+}
+
+std::string_view commandName(uint32_t command) {
+    const Command* known = findCommand(command);
+    return known == nullptr ? "unknown command" : known->name;
+}
+
+}  // namespace simulator

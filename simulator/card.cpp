@@ -1,0 +1,32 @@
+#include "simulator/card.h"
+
+#include "simulator/card_settings.h"
+#include "simulator/media_grouping.h"
+#include "simulator/media_name.h"
+
+namespace simulator {
+
+namespace {
+
+// The model that a camera is taken for when its settings do not say.
+constexpr uint32_t kDefaultModel = 30;
+
+}  // namespace
+
+Database loadCard(const std::filesystem::path& card) {
+    const CardSettings settings(card / "card.json");
+    std::vector<CardDirectory> directories = scanCard(card);
+    std::vector<MediaItem> items = groupMedia(
+        directories, countsChaptersFromOne(settings.modelNumber().value_or(kDefaultModel)),
+        [&](const std::string& directory, const std::string& file) {
+            return settings.contentType(directory, file);
+        });
+    settings.applyTo(items);
+
+    Database database(std::move(items), std::move(directories));
+    database.modelNumber = settings.modelNumber();
+    database.sessionId = settings.sessionId().value_or(database.sessionId);
+    return database;
+}
+
+}  // namespace simulator

@@ -1,0 +1,50 @@
+// The media database as a value.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "libvxMediaRTOSDB/src/db_requests.h"
+#include "simulator/card_scan.h"
+#include "simulator/media_item.h"
+
+namespace simulator {
+
+class Database {
+  public:
+    // items: in the order in which lists give them. directories: everything a scan may list.
+    explicit Database(std::vector<MediaItem> items = {},
+                      std::vector<CardDirectory> directories = {});
+
+    [[nodiscard]] const std::vector<MediaItem>& items() const { return mItems; }
+    [[nodiscard]] const std::vector<CardDirectory>& directories() const { return mDirectories; }
+
+    // A file with the item that it belongs to.
+    struct Found {
+        const MediaItem* item;
+        MediaFile* file;
+    };
+    // Gives none when the database has no such file. Valid as long as the database.
+    [[nodiscard]] std::optional<Found> find(const db_file_name& name);
+    // The first file with this GUMI; an all-zero GUMI is nobody's.
+    [[nodiscard]] const MediaFile* findByGumi(const db_gumi& gumi) const;
+
+    uint32_t sessionId = 1;
+    std::optional<uint32_t> modelNumber = {};
+
+  private:
+    struct Place {
+        std::size_t item;
+        std::size_t file;
+    };
+
+    std::vector<MediaItem> mItems;
+    std::vector<CardDirectory> mDirectories;
+    std::unordered_map<std::string, Place> mPlaces;  // by directory and file name as on the wire
+};
+
+}  // namespace simulator

@@ -1,0 +1,32 @@
+// The exchanges over the database's channel: counted, logged, and disturbed on request.
+#pragma once
+
+#include <ostream>
+#include <span>
+#include <vector>
+
+#include "platform/host/channel_server.h"
+#include "simulator/database.h"
+#include "simulator/fault.h"
+
+namespace simulator {
+
+class Exchanges {
+  public:
+    // database and log must outlive this object. log: one line an exchange; null for none.
+    Exchanges(Database& database, std::vector<Fault> faults, std::ostream* log)
+        : mDatabase(&database), mFaults(std::move(faults)), mLog(log) {}
+
+    // The reply to the next request.
+    [[nodiscard]] host::Reply next(Request request);
+
+  private:
+    void log(Request request, const host::Reply& reply, std::size_t faults) const;
+
+    Database* mDatabase;
+    std::vector<Fault> mFaults;
+    std::ostream* mLog;
+    uint32_t mCount = 0;
+};
+
+}  // namespace simulator

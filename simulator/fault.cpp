@@ -1,0 +1,123 @@
+#include "simulator/fault.h"
+
+#include <algorithm>
+#include <charconv>
+#include <stdexcept>
+
+namespace simulator {
+
+namespace {
+
+struct KindName {
+    std::string_view name;
+    FaultKind kind;
+    std::string_view value;  // what its value is, empty without one
+};
+
+constexpr KindName kKinds[] = {
+    {"refuse", FaultKind::kRefuse, ""},          {"no-reply", FaultKind::kNoReply, ""},
+    {"status", FaultKind::kStatus, "STATUS"},    {"short", FaultKind::kShort, "BYTES"},
+    {"wrong-token", FaultKind::kWrongToken, ""}, {"too-many", FaultKind::kTooMany, ""},
+    {"delay", FaultKind::kDelay, "MS"},
+};
+
+uint32_t readNumber(std::string_view text, const char* what) {
+    uint32_t number = 0;
+    const auto [end, error] = std::from_chars(text.begin(), text.end(), number);
+    if (error != std::errc{} || end != text.end()) {
+        throw std::invalid_argument(std::string(what) + " '" + std::string(text) +
+                                    "' is no number");
+    }
+    return number;
+}
+
+// Changes a word of the message where the message reaches that far.
+template <typename Change>
+void changeWord(Message& message, std::size_t offset, Change change) {
+    u32le word;
+    if (message.size() >= offset + sizeof(word)) {
+        std::memcpy(&word, message.data() + offset, sizeof(word));
+        word = change(word);
+        std::memcpy(message.data() + offset, &word, sizeof(word));
+    }
+}
+
+}  // namespace
+
+Fault parseFault(std::string_view text) {
+    Fault fault{};
+    std::string_view kind = text;
+    if (const auto colon = text.find(':'); colon != std::string_view::npos) {
+        fault.exchange = readNumber(text.substr(0, colon), "exchange");
+        if (fault.exchange == 0) {
+            throw std::invalid_argument("exchanges count from 1");
+        }
+        kind = text.substr(colon + 1);
+    }
+    const auto equals = std::min(kind.find('='), kind.size());
+    const auto* known = std::ranges::find(kKinds, kind.substr(0, equals), &KindName::name);
+    if (known == std::end(kKinds)) {
+        throw std::invalid_argument("'" + std::string(kind) + "' is no fault");
+    }
+    const bool hasValue = equals < kind.size();
+    if (hasValue == known->value.empty()) {
+        throw std::invalid_argument(std::string(known->name) +
+                                    (hasValue ? " takes no value" : " needs a value"));
+    }
+    fault.kind = known->kind;
+    fault.value = hasValue ? readNumber(kind.substr(equals + 1), "value") : 0;
+    return fault;
+}
+
+std::string faultSyntax() {
+    std::string syntax;
+    for (const KindName& kind : kKinds) {
+        syntax += (syntax.empty() ? "" : ", ") + std::string(kind.name);
+        syntax += (kind.value.empty() ? "" : "=") + std::string(kind.value);
+    }
+    return syntax;
+}
+
+bool reachesDatabase(const Fault& fault) {
+    return fault.kind != FaultKind::kRefuse && fault.kind != FaultKind::kStatus;
+}
+
+void applyFault(const Fault& fault, Request request, host::Reply& reply) {
+    switch (fault.kind) {
+        case FaultKind::kRefuse:
+            reply.messages.clear();
+            reply.close = true;
+            return;
+        case FaultKind::kNoReply:
+            reply.messages.clear();
+            return;
+        case FaultKind::kStatus:
+            reply.messages = {
+                statusReply(requestHeader(request), static_cast<DbStatus>(fault.value))};
+            return;
+        case FaultKind::kShort:
+            if (!reply.messages.empty()) {
+                reply.messages.resize(1);
+                Message& message = reply.messages.front();
+                message.resize(std::min<std::size_t>(message.size(), fault.value));
+            }
+            return;
+        case FaultKind::kWrongToken:
+            for (Message& message : reply.messages) {
+                changeWord(message, offsetof(db_response_header, token),
+                           [](uint32_t token) { return ~token; });
+            }
+            return;
+        case FaultKind::kTooMany:
+            for (Message& message : reply.messages) {
+                changeWord(message, offsetof(db_response_header, count_returned),
+                           [&](uint32_t) { return requestHeader(request).request_count + 1; });
+            }
+            return;
+        case FaultKind::kDelay:
+            reply.delay = std::chrono::milliseconds(fault.value);
+            return;
+    }
+}
+
+}  // namespace simulator

@@ -1,0 +1,24 @@
+// What card.json says of one file, member by member.
+#pragma once
+
+#include "simulator/json_place.h"
+#include "simulator/media_item.h"
+
+namespace simulator {
+
+inline constexpr char kContentTypeMember[] = "content_type";
+inline constexpr char kMissingMember[] = "missing";
+
+// A content type from 0 to 12. Throws CardError.
+[[nodiscard]] uint32_t readContentType(const JsonPlace& value);
+
+// Makes the listed numbers missing members of the item: their files leave it, and where they lie
+// outside its numbers, its numbers reach out to them. Throws CardError.
+void setMissing(const JsonPlace& numbers, MediaItem& item);
+
+// Sets one member other than kMissingMember. item: the one that the file belongs to.
+// Throws CardError when there is no such member or its value does not fit.
+void setFileMember(const std::string& name, const JsonPlace& value, MediaItem& item,
+                   MediaFile& file);
+
+}  // namespace simulator

@@ -1,0 +1,18 @@
+// The records of an item in the order in which responses carry them.
+#pragma once
+
+#include "simulator/media_item.h"
+#include "simulator/reply_record.h"
+
+namespace simulator {
+
+// The item record of one file of the item.
+void appendItemRecord(Message& reply, const MediaItem& item, const MediaFile& file);
+
+// The video specific information of a file with its highlights.
+void appendVideoInfo(Message& reply, const MediaFile& file);
+
+// The group information of an item with the masks that belong to it.
+void appendGroupInfo(Message& reply, const MediaItem& item);
+
+}  // namespace simulator

@@ -1,0 +1,93 @@
+// mediadb-sim: serves a card folder as the camera's media database.
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <iostream>
+
+#include "platform/csi.h"
+#include "platform/host/channel_server.h"
+#include "platform/host/settings_service.h"
+#include "platform/host/stop_signals.h"
+#include "simulator/card.h"
+#include "simulator/card_error.h"
+#include "simulator/exchanges.h"
+
+namespace {
+
+constexpr char kDatabaseChannel[] = "rtos_media_db";
+constexpr int kExitTrouble = 1;
+constexpr int kExitWrongCall = 2;  // or a card that is none
+
+struct Arguments {
+    std::string card;
+    std::vector<simulator::Fault> faults;
+    bool log = false;
+};
+
+void describe(CLI::App& app, Arguments& arguments) {
+    app.description("Serves a card folder as the camera's media database until SIGINT or SIGTERM.");
+    app.add_option("CARD", arguments.card, "the card folder, with DCIM and perhaps card.json in it")
+        ->required();
+    app.add_option_function<std::vector<std::string>>(
+           "--fault",
+           [&arguments](const std::vector<std::string>& texts) {
+               for (const std::string& text : texts) {
+                   try {
+                       arguments.faults.push_back(simulator::parseFault(text));
+                   } catch (const std::invalid_argument& error) {
+                       throw CLI::ValidationError("--fault", error.what());
+                   }
+               }
+           },
+           "misbehave, on the N-th exchange or on every one: " + simulator::faultSyntax())
+        ->type_name("[N:]KIND[=VALUE]")
+        ->allow_extra_args(false)
+        ->take_all();
+    app.add_flag("--log", arguments.log, "print a line for each exchange");
+}
+
+void serve(const Arguments& arguments, simulator::Database& database) {
+    const host::UniqueFd stop = host::openStopSignals();
+    simulator::Exchanges exchanges(database, arguments.faults,
+                                   arguments.log ? &std::cout : nullptr);
+    host::Settings settings;
+    if (database.modelNumber) {
+        settings[CSI_MODEL_NUMBER] = *database.modelNumber;
+    }
+    host::ChannelServer server;
+    server.open(kDatabaseChannel,
+                [&](simulator::Request request) { return exchanges.next(request); });
+    server.open(host::kSettingsChannel, [&](simulator::Request request) {
+        return host::Reply{.messages = {host::answerSettingRequest(settings, request)}};
+    });
+    std::cout << "serving " << database.items().size() << " items of " << arguments.card
+              << std::endl;
+    server.run(stop.get());
+}
+
+int run(int argc, char** argv) {
+    Arguments arguments;
+    CLI::App app;
+    describe(app, arguments);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : kExitWrongCall;
+    }
+    simulator::Database database = simulator::loadCard(arguments.card);
+    serve(arguments, database);
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const simulator::CardError& error) {
+        std::fprintf(stderr, "mediadb-sim: %s\n", error.what());
+        return kExitWrongCall;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "mediadb-sim: %s\n", error.what());
+        return kExitTrouble;
+    }
+}

@@ -1,0 +1,79 @@
+// Records in and out of messages.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+#include <span>
+#include <type_traits>
+#include <vector>
+
+#include "libvxMediaRTOSDB/src/db_responses.h"
+
+namespace simulator {
+
+using Message = std::vector<std::byte>;
+using Request = std::span<const std::byte>;
+
+// No message of the channel is longer.
+inline constexpr std::size_t kMessageMax = kResponseBufferSize;
+
+inline constexpr uint32_t kDatabaseVersion = 1;
+
+// Statuses of a response. The database's clients tell only some numbers apart.
+enum DbStatus : uint32_t {
+    DB_STATUS_OK = 0,
+    DB_STATUS_NOT_FOUND = 4,
+    DB_STATUS_BAD_REQUEST = 5,
+    DB_STATUS_UNKNOWN_COMMAND = 6,
+};
+
+// The record that a message consists of; none when the message has another length.
+template <typename Record>
+[[nodiscard]] std::optional<Record> readRecord(Request request) {
+    static_assert(std::is_trivially_copyable_v<Record>);
+    if (request.size() != sizeof(Record)) {
+        return std::nullopt;
+    }
+    Record record;
+    std::memcpy(&record, request.data(), sizeof(record));
+    return record;
+}
+
+// The words that every request starts with; those that did not come are zero.
+[[nodiscard]] inline db_request_header requestHeader(Request request) {
+    db_request_header header{};
+    const auto present = request.first(std::min(request.size(), sizeof(header)));
+    std::ranges::copy(present, std::as_writable_bytes(std::span(&header, 1)).begin());
+    return header;
+}
+
+template <typename Record>
+void appendRecord(Message& message, const Record& record) {
+    static_assert(std::is_trivially_copyable_v<Record> && alignof(Record) == 1);
+    const auto bytes = std::as_bytes(std::span(&record, 1));
+    message.insert(message.end(), bytes.begin(), bytes.end());
+}
+
+// A response without entries, or the start of one with count of them.
+[[nodiscard]] inline db_response_header responseHeader(const db_request_header& request,
+                                                       DbStatus status, uint32_t count = 0) {
+    db_response_header header{};
+    header.command_type = request.command_type;
+    header.status = status;
+    header.count_returned = count;
+    header.rtos_db_version = kDatabaseVersion;
+    header.token = request.token;
+    return header;
+}
+
+// A response of its header alone.
+[[nodiscard]] inline Message statusReply(const db_request_header& request, DbStatus status) {
+    Message reply;
+    appendRecord(reply, responseHeader(request, status));
+    return reply;
+}
+
+}  // namespace simulator

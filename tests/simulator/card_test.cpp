@@ -1,0 +1,143 @@
+#include <gmock/gmock.h>
+
+#include "simulator/card.h"
+#include "simulator/card_error.h"
+#include "tests/simulator/sample_card.h"
+
+namespace {
+
+using simulator::loadCard;
+using simulator::MediaItem;
+using testing::HasSubstr;
+
+// An item as "DIRECTORY/LEADER type group first-last files".
+std::string summary(const MediaItem& item) {
+    const db_item_record& record = item.leader().record;
+    std::string text(record.dir_name, kDirNameSize);
+    text.append("/").append(record.file_name, kFileNameSize);
+    for (const uint32_t value : {item.contentType(), item.groupNumber, item.firstNumber,
+                                 item.lastNumber, static_cast<uint32_t>(item.files.size())}) {
+        text += " " + std::to_string(value);
+    }
+    return text;
+}
+
+std::vector<std::string> summaries(const std::filesystem::path& card) {
+    std::vector<std::string> texts;
+    const simulator::Database database = loadCard(card);
+    std::ranges::transform(database.items(), std::back_inserter(texts), summary);
+    return texts;
+}
+
+TEST(Card, groupsFilesByDirectoryAndName) {
+    const auto card =
+        makeCard({"100VXCAM/VXMF0004.MP4", "100VXCAM/VX020004.MP4", "100VXCAM/VX030004.MP4",
+                  "100VXCAM/VH010005.MP4", "100VXCAM/VPAA0002.JPG", "100VXCAM/VPAA0004.JPG",
+                  "100VXCAM/V0010001.JPG", "100VXCAM/V0010001.MP4", "101VXCAM/VPAA0005.JPG",
+                  "101VXCAM/VPAA5000.JPG", "101VXCAM/VX020004.MP4", "101VXCAM/notes.txt",
+                  "MISC/VXMF0001.MP4", "101VXCAM/LONGNAME1.MP4"});
+    EXPECT_THAT(summaries(card),
+                testing::ElementsAre(
+                    "100VXCAM/V0010001.JPG 5 1 1 1 1", "100VXCAM/V0010001.MP4 1 1 1 1 1",
+                    "100VXCAM/VH010005.MP4 0 5 0 0 1", "100VXCAM/VPAA0002.JPG 6 1001 2 4 2",
+                    "100VXCAM/VXMF0004.MP4 2 4 0 2 3", "101VXCAM/VPAA0005.JPG 6 1001 5 5 1",
+                    "101VXCAM/VPAA5000.JPG 6 1001 5000 5000 1", "101VXCAM/VX020004.MP4 0 4 1 1 1"));
+    EXPECT_THAT(summaries(makeCard({})), testing::IsEmpty());
+}
+
+TEST(Card, settingsTellWhatFilesCannot) {
+    const auto card =
+        makeCard({"100VXCAM/VXMF0004.MP4", "100VXCAM/VX020004.MP4", "100VXCAM/VPAA0002.JPG",
+                  "100VXCAM/VPAA0003.JPG", "100VXCAM/VXMF0001.MP4", "100VXCAM/SESSION1.BIN"},
+                 R"({"model_number": 52, "session_id": 9, "files": {
+            "100VXCAM/VXMF0001.MP4": {"content_type": 3, "duration_ms": 5000, "clip": true,
+                "flags": ["eis", "hdr"], "score": 127, "upload_status": 4294967295,
+                "highlights": [7, 7], "gumi": "000102030405060708090a0B0C0D0E0F",
+                "parent_gumi": "ff000000000000000000000000000000",
+                "created": "1970-01-02 00:00:01", "frame_rate": [30000, 1001]},
+            "100VXCAM/VPAA0003.JPG": {"content_type": 8, "missing": [1, 2], "highlights": [1, 3]},
+            "100VXCAM/SESSION1.BIN": {"content_type": 7, "session": true}}})");
+    EXPECT_THAT(summaries(card), testing::ElementsAre("100VXCAM/SESSION1.BIN 7 0 0 0 1",
+                                                      "100VXCAM/VPAA0003.JPG 8 1001 1 3 1",
+                                                      "100VXCAM/VXMF0001.MP4 3 1 0 0 1",
+                                                      "100VXCAM/VXMF0004.MP4 2 4 0 2 2"));
+    const simulator::Database database = loadCard(card);
+    EXPECT_EQ(database.modelNumber, 52u);
+    EXPECT_EQ(database.sessionId, 9u);
+    EXPECT_TRUE(database.items()[0].isSessionFile);
+    EXPECT_THAT(database.items()[1].highlightedNumbers, testing::ElementsAre(1, 3));
+    const simulator::MediaFile& video = database.items()[2].leader();
+    EXPECT_EQ(video.video.duration_ms, 5000u);
+    EXPECT_EQ(video.video.clip, 1u);
+    EXPECT_EQ(video.record.attributes, 0x1003u);
+    EXPECT_EQ(video.record.score, 127u);
+    EXPECT_EQ(video.record.upload_status, 0xFFFFFFFF);
+    EXPECT_EQ(video.record.created, 86401u);
+    EXPECT_GT(video.record.modified, 1'500'000'000u) << "from the file";
+    EXPECT_EQ(video.gumi.bytes[15], 15);
+    EXPECT_EQ(video.moreInfo.frame_rate_denominator, 1001u);
+    EXPECT_EQ(database.findByGumi(video.gumi), &video);
+    EXPECT_EQ(database.findByGumi(db_gumi{}), nullptr);
+}
+
+TEST(Card, saysWhereSettingsAreWrongAndWhy) {
+    constexpr char kFile[] = "files[\"100VXCAM/VXMF0001.MP4\"]";
+    const auto ofFile = [](const std::string& member) {
+        return R"({"files": {"100VXCAM/VXMF0001.MP4": {)" + member + "}}}";
+    };
+    const auto ofBurst = [](const std::string& member) {
+        return R"({"files": {"100VXCAM/V0010001.JPG": {)" + member + "}}}";
+    };
+    std::string tooMany;
+    for (int i = 0; i < 300; ++i) {
+        tooMany += ", 1";
+    }
+    const struct {
+        std::string settings;
+        std::string place;
+        std::string reason;
+    } cases[] = {
+        {"{\n  \"files\": {,}}", "line 2, column 13", "unexpected"},
+        {"[]", "card.json: ", "must be an object"},
+        {R"({"model": 3})", "card.json: model: ", "is not known"},
+        {R"({"model_number": -1})", "model_number: ", "whole number from 0 to 4294967295"},
+        {R"({"files": 3})", "files: ", "must be an object"},
+        {R"({"files": {"100VXCAM/VXMF0002.MP4": {}}})", "VXMF0002.MP4\"]: ", "no item"},
+        {R"({"files": {"100VXCAM/VXMF0001.MP4": 1}})", kFile, "must be an object"},
+        {ofFile(R"("colour": 1)"), ".colour: ", "is not known"},
+        {ofFile(R"("score": 128)"), ".score: ", "from 0 to 127"},
+        {ofFile(R"("score": 1.5)"), ".score: ", "whole number"},
+        {ofFile(R"("clip": 1)"), ".clip: ", "true or false"},
+        {ofFile(R"("flags": ["eis", "odd"])"), ".flags[1]: ", "is no flag"},
+        {ofFile(R"("flags": "eis")"), ".flags: ", "must be a list"},
+        {ofFile(R"("gumi": "12")"), ".gumi: ", "32 hexadecimal digits"},
+        {ofFile(R"("gumi": "0x0102030405060708090a0B0C0D0E0F")"), ".gumi: ", "hexadecimal"},
+        {ofFile(R"("created": "yesterday")"), ".created: ", "UTC time"},
+        {ofFile(R"("created": 5)"), ".created: ", "must be a text"},
+        {ofFile(R"("content_type": 13)"), ".content_type: ", "from 0 to 12"},
+        {ofFile(R"("content_type": 2)"), ".content_type: ", "does not fit"},
+        {ofBurst(R"("content_type": 4)"), ".content_type: ", "does not fit"},
+        {ofBurst(R"("highlights": [2])"), ".highlights[0]: ", "number of the group"},
+        {ofBurst(R"("highlights": [1, 1])"), ".highlights[1]: ", "once"},
+        {ofBurst(R"("missing": [1])"), ".missing[0]: ", "last file"},
+        {ofBurst(R"("missing": [9999])"), ".missing[0]: ", "too far"},
+        {ofBurst(R"("session": true)"), ".session: ", "group"},
+        {ofFile(R"("missing": [1])"), ".missing: ", "groups only"},
+        {ofFile(R"("frame_rate": [30])"), ".frame_rate: ", "numerator"},
+        {ofFile("\"highlights\": [0" + tooMany + "]"), ".highlights: ", "at most 300"},
+    };
+    for (const auto& [settings, place, reason] : cases) {
+        SCOPED_TRACE(settings);
+        const auto card = makeCard({"100VXCAM/VXMF0001.MP4", "100VXCAM/V0010001.JPG"}, settings);
+        try {
+            (void)loadCard(card);
+            ADD_FAILURE() << "no error";
+        } catch (const simulator::CardError& error) {
+            EXPECT_THAT(error.what(), testing::AllOf(HasSubstr((card / "card.json").string()),
+                                                     HasSubstr(place), HasSubstr(reason)));
+        }
+    }
+    EXPECT_THROW((void)loadCard("/tmp"), simulator::CardError) << "no DCIM";
+}
+
+}  // namespace

@@ -40,12 +40,10 @@ bool isDrawn(const std::string& identity) {
 }
 
 // The card is a small file system of its own.
+constexpr unsigned long kReadOnly = MS_REMOUNT | MS_RDONLY;
 void mountCard(const char* options = "", unsigned long flags = 0) {
     fs::create_directories("/tmp/fuse_d");
     ASSERT_EQ(mount("tmpfs", "/tmp/fuse_d", "tmpfs", flags, options), 0);
-}
-void makeReadOnly() {
-    mountCard("", MS_REMOUNT | MS_RDONLY);
 }
 
 TEST(CardId, IsReadOrDrawn) {
@@ -63,13 +61,8 @@ TEST(CardId, IsReadOrDrawn) {
         }
         const std::string answer = ask();
         const std::string after = contentOf(kCard);
-        if (kept.empty()) {
-            EXPECT_EQ(answer, "0 " + after);
-            EXPECT_TRUE(isDrawn(after)) << after;
-        } else {
-            EXPECT_EQ(answer, "0 " + kept);
-            EXPECT_EQ(after, stored);
-        }
+        EXPECT_EQ(answer, "0 " + (kept.empty() ? after : kept));
+        EXPECT_TRUE(kept.empty() ? isDrawn(after) : after == stored) << after;
         EXPECT_EQ(ask(), answer);
     }
     write(kCard, "11");
@@ -82,12 +75,12 @@ TEST(CardId, ReportsWhatFails) {
     const std::pair<void (*)(), const char*> cases[] = {
         {[] { write("/tmp/fuse_d/MISC", "text"); },
          "-1 0Path:/tmp/fuse_d/MISC/ exists and is a NOT folder\n"},
-        {makeReadOnly, "-1 0Failed to create folder:/tmp/fuse_d/MISC/\n"},
+        {[] { mountCard("", kReadOnly); }, "-1 0Failed to create folder:/tmp/fuse_d/MISC/\n"},
         {[] { fs::create_directories(kCard); },
          "-1 0Failed to create file  /tmp/fuse_d/MISC/card\n"},
-        {[] { write(kCard, "12x"), makeReadOnly(); },
+        {[] { write(kCard, "12x"), mountCard("", kReadOnly); },
          "-1 0Failed to create file  /tmp/fuse_d/MISC/card\n"},
-        {[] { write(kCard, "12"), makeReadOnly(); }, "0 12"},
+        {[] { write(kCard, "12"), mountCard("", kReadOnly); }, "0 12"},
         {[] {
              mountCard("size=4k", MS_REMOUNT);
              write("/tmp/fuse_d/MISC/filler", std::string(4096, 'x'));

@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstring>
 #include <filesystem>
 #include <string>
 
@@ -30,7 +31,7 @@ std::string callHere(int allowCoreDump) {
 
 void becomeChildOfProcessOne() {
     EXPECT_EQ(unshare(CLONE_NEWPID), 0);
-    for (int generation = 0; generation < 2; ++generation) {
+    while (getppid() != 1) {
         if (const pid_t child = fork(); child != 0) {
             waitpid(child, nullptr, 0);
             _exit(0);
@@ -39,16 +40,15 @@ void becomeChildOfProcessOne() {
 }
 
 // Returns what callHere tells and what it leaves on standard output.
-std::string callInChild(int allowCoreDump, bool ofProcessOne) {
+std::string callInChild(
+    int allowCoreDump, void (*prepare)() = [] {}) {
     int ends[2];
     EXPECT_EQ(pipe(ends), 0);
     const pid_t child = fork();
     if (child == 0) {
         dup2(ends[1], STDOUT_FILENO);
         std::filesystem::current_path("/tmp");
-        if (ofProcessOne) {
-            becomeChildOfProcessOne();
-        }
+        prepare();
         printf(", %s", callHere(allowCoreDump).c_str());
         fflush(stdout);
         _exit(0);
@@ -58,21 +58,20 @@ std::string callInChild(int allowCoreDump, bool ofProcessOne) {
     EXPECT_EQ(waitpid(child, &status, 0), child);
     EXPECT_EQ(status, 0) << "the caller's process ends with success";
     char told[200] = "";
-    FILE* const source = fdopen(ends[0], "r");
-    EXPECT_NE(fgets(told, sizeof told, source), nullptr);
-    fclose(source);
+    while (read(ends[0], told + strlen(told), 1) > 0) {
+    }
+    close(ends[0]);
     return told;
 }
 
 TEST(DaemonInit, DetachesOnceAndSaysWhereCoreFilesGo) {
+    const std::string detached = " forked leads its session without mask";
     const std::string note = "daemon_init_ext: Note: Daemon can generate core dump.";
-    EXPECT_EQ(callInChild(0, false), ", 0 forked leads its session without mask in /");
-    EXPECT_EQ(callInChild(1, false),
-              note + ", -1 forked leads its session without mask with cores in /tmp");
+    EXPECT_EQ(callInChild(0), ", 0" + detached + " in /");
+    EXPECT_EQ(callInChild(1), note + ", -1" + detached + " with cores in /tmp");
     std::filesystem::create_directory("/tmp/fuse_b");
-    EXPECT_EQ(callInChild(1, false),
-              note + ", 0 forked leads its session without mask with cores in /tmp/fuse_b");
-    EXPECT_EQ(callInChild(1, true), ", 0 in /tmp");
+    EXPECT_EQ(callInChild(1), note + ", 0" + detached + " with cores in /tmp/fuse_b");
+    EXPECT_EQ(callInChild(1, becomeChildOfProcessOne), ", 0 in /tmp");
 }
 
 }  // namespace

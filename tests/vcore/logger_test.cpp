@@ -6,7 +6,6 @@
 #include <fstream>
 #include <stdexcept>
 #include <thread>
-#include <vector>
 
 #include "tests/vcore/captured_sink.h"
 #include "vcore/log.h"
@@ -45,7 +44,6 @@ TEST(Logger, IsMadeOnceAndReconfiguredAfterwards) {
     const auto logTo = [](const char* path, const char* message) {
         Logger::init(8, 0, 3, LOG_OUT_FILE, path);
         EXPECT_EQ(Logger::get()->log(3, 8, "%s", message), 0);
-        EXPECT_EQ(Logger::get()->log(3, 16, "filtered"), 0);
     };
     logTo(kFirst, "one");
     Logger* const logger = Logger::get();
@@ -65,7 +63,7 @@ TEST(Logger, IsMadeOnceAndReconfiguredAfterwards) {
     logTo("/tmp/none/log", "lost");
     EXPECT_EQ(logger->truncateFile(), 1);
     logTo("", "without a file");
-    EXPECT_EQ(logger->truncateFile() | logger->closeFile(), 0);
+    EXPECT_FALSE(logger->truncateFile() || logger->closeFile());
     EXPECT_EQ(Logger::get(), logger);
 }
 
@@ -73,7 +71,7 @@ TEST(Logger, AttachesSinksThatItDoesNotOwn) {
     {
         const Attached first;
         const Attached second;
-        EXPECT_EQ(Logger::get()->log(3, 1, "text") | Logger::get()->log(4, 1, "filtered"), 0);
+        EXPECT_FALSE(Logger::get()->log(3, 1, "text") || Logger::get()->log(4, 1, "filtered"));
         EXPECT_EQ(Logger::get()->log(3, 1, "%s", "") & Logger::get()->log(4, 1, nullptr), 1);
         EXPECT_EQ(CapturedSink::take(), "text\n");
     }
@@ -92,24 +90,23 @@ TEST(Logger, TagsLinesByLevelAndTracesScopes) {
         VLOG_NOISE("n\n");
         throw std::runtime_error("leaves the scope");
     } catch (const std::runtime_error&) {
+        EXPECT_EQ(CapturedSink::take(),
+                  "  [TRACE]: int f(int) Enter\n  [ERROR]: 1%\n[WARNING]: w\n   [INFO]: i\n"
+                  "  [NOISE]: n\n  [TRACE]: int f(int) Exit\n");
     }
-    EXPECT_EQ(CapturedSink::take(),
-              "  [TRACE]: int f(int) Enter\n  [ERROR]: 1%\n[WARNING]: w\n   [INFO]: i\n"
-              "  [NOISE]: n\n  [TRACE]: int f(int) Exit\n");
 }
 
 TEST(Logger, WritesTheLinesOfThreadsOneAfterTheOther) {
     const Attached attached;
-    std::vector<std::jthread> threads(4);
-    for (std::jthread& thread : threads) {
-        thread = std::jthread([] {
-            for (int line = 0; line < 500; ++line) {
-                Logger::get()->log(3, 1, "%d", line % 10);
-            }
-        });
-    }
-    threads.clear();
-    EXPECT_EQ(CapturedSink::take().size(), 4 * 500 * 2U);
+    const auto writeLines = [] {
+        for (int line = 0; line < 500; ++line) {
+            Logger::get()->log(3, 1, "%d", line % 10);
+        }
+    };
+    std::thread other(writeLines);
+    writeLines();
+    other.join();
+    EXPECT_EQ(CapturedSink::take().size(), 2 * 500 * 2U);
 }
 
 }  // namespace

@@ -93,6 +93,7 @@ TEST(LogSink, WritesToTheSelectedOutputsInOrderEachFlushed) {
     fclose(std::exchange(stderr, realErr));
     EXPECT_EQ(received, "|out x\n|err x\n|file x\n|x\ntoo x\n|out x\nerr x\nfile x\nx\ntoo x\n|");
     log_sink_close_file(sink);
+    log_sink_set_outputs(sink, LOG_OUT_CALLBACK);
     EXPECT_FALSE(log_sink_remove_callback(sink, onLine) || log_sink_remove_callback(sink, onLine));
     EXPECT_EQ(written(sink, "x"), "x\n");
 }

@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <string_view>
 
+#include "libvxMediaRTOSDB/src/member_names.h"
 #include "libvxMediaRTOSDB/src/util_log.h"
 
 namespace {
-
-constexpr uint32_t kFirstLetterGroup = 1001;
-constexpr uint32_t kLetters = 26;
 
 bool isLetter(char character) {
     return character >= 'A' && character <= 'Z';
@@ -32,7 +30,7 @@ uint32_t decimal(std::string_view digits) {
 uint32_t numberInName(const char (&fileName)[kFileNameSize]) {
     const std::string_view third(fileName + 2, 2);
     if (std::all_of(third.begin(), third.end(), isLetter))
-        return kFirstLetterGroup + letterIndex(third[0]) * kLetters + letterIndex(third[1]);
+        return kFirstLetteredGroup + letterIndex(third[0]) * kAlphabet + letterIndex(third[1]);
     if (!std::all_of(third.begin(), third.end(), isDigit))
         return 0;
     return decimal(isDigit(fileName[1]) ? std::string_view(fileName + 1, 3) : third);

@@ -12,9 +12,6 @@
 
 namespace {
 
-constexpr uint32_t kFirstLetteredGroup = 1001;  // AA
-constexpr uint32_t kAlphabet = 26;
-
 bool inRange(char c, char first, char last) {
     return first <= c && c <= last;
 }

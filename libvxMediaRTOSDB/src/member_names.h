@@ -6,6 +6,10 @@
 
 #include "libvxMediaRTOSDB/src/db_item_record.h"
 
+// Group numbers from this one on are written as two letters, AA first, BA after AZ.
+constexpr uint32_t kFirstLetteredGroup = 1001;
+constexpr uint32_t kAlphabet = 26;
+
 // A file name and its terminating zero.
 using FileNameText = std::array<char, kFileNameSize + 1>;
 

@@ -86,46 +86,61 @@ void deliverGroupFiles(const ListItem& item, char* dirName, const char* itemName
     });
 }
 
-void deliverItem(const ListItem& item, const Callbacks& callbacks) {
-    const db_item_record& record = *item.record;
-    auto dirName = terminated(record.dir_name);
-    auto fileName = terminated(record.file_name);
+// The texts that a zep_item_s points to.
+struct ItemTexts {
+    std::array<char, kDirNameSize + 1> dirName;
+    FileNameText fileName;
     GumiText gumi;
     GumiText parentGumi;
+};
+
+void describeGroup(const ListItem& item, zep_item_s* zepItem) {
+    const db_group_info& group = *item.group;
+    zepItem->group_number = group.group_number;
+    zepItem->first_number = group.first_number;
+    zepItem->last_number = group.last_number;
+    zepItem->member_mask = item.memberMask.data();
+    zepItem->size_bytes = group.group_size;
+    if (isDamaged(group))
+        UTIL_LOG(UTIL_LOG_ERROR, "damaged group %s/%s: first_number %d, last_number %d\n",
+                 zepItem->dir_name, zepItem->file_name, zepItem->first_number,
+                 zepItem->last_number);
+}
+
+zep_item_s describe(const ListItem& item, ItemTexts* texts) {
+    const db_item_record& record = *item.record;
+    texts->dirName = terminated(record.dir_name);
+    texts->fileName = terminated(record.file_name);
 
     zep_item_s zepItem = {};
-    zepItem.gumi = formatGumi(item.gumi, &gumi);
-    zepItem.parent_gumi = formatGumi(item.parentGumi, &parentGumi);
+    zepItem.gumi = formatGumi(item.gumi, &texts->gumi);
+    zepItem.parent_gumi = formatGumi(item.parentGumi, &texts->parentGumi);
     zepItem.content_type = record.content_type;
     zepItem.upload_status = record.upload_status;
     zepItem.highlight = record.highlight_count;
     zepItem.score = itemScore(record);
     zepItem.timestamp = record.created;
-    zepItem.duration_s = durationSeconds(item, dirName.data());
     zepItem.size_bytes = record.size;
-    zepItem.dir_name = dirName.data();
-    zepItem.file_name = fileName.data();
-    if (item.videoInfo)
-        zepItem.clip = item.videoInfo->clip != 0;
-    if (item.group) {
-        zepItem.group_number = item.group->group_number;
-        zepItem.first_number = item.group->first_number;
-        zepItem.last_number = item.group->last_number;
-        zepItem.member_mask = item.memberMask.data();
-        zepItem.size_bytes = item.group->group_size;
-        if (isDamaged(*item.group))
-            UTIL_LOG(UTIL_LOG_ERROR, "damaged group %s/%s: first_number %d, last_number %d\n",
-                     dirName.data(), fileName.data(), zepItem.first_number, zepItem.last_number);
-    }
+    zepItem.dir_name = texts->dirName.data();
+    zepItem.file_name = texts->fileName.data();
+    if (item.group)
+        describeGroup(item, &zepItem);
+    zepItem.duration_s = durationSeconds(item, zepItem.dir_name);
+    zepItem.clip = item.videoInfo && item.videoInfo->clip != 0;
+    return zepItem;
+}
 
+void deliverItem(const ListItem& item, const Callbacks& callbacks) {
+    ItemTexts texts;
+    zep_item_s zepItem = describe(item, &texts);
     if (callbacks.item)
         callbacks.item(callbacks.itemContext, &zepItem);
     if (!callbacks.file)
         return;
     if (item.group)
-        deliverGroupFiles(item, dirName.data(), fileName.data(), callbacks);
+        deliverGroupFiles(item, texts.dirName.data(), texts.fileName.data(), callbacks);
     else
-        callbacks.file(callbacks.fileContext, dirName.data(), fileName.data());
+        callbacks.file(callbacks.fileContext, texts.dirName.data(), texts.fileName.data());
 }
 
 }  // namespace

@@ -66,7 +66,7 @@ struct Received {
     bool part(void* output, uint64_t offset, uint64_t length) const {
         if (offset + length > size)
             return false;
-        std::memcpy(output, &bytes[offset], length);
+        std::memcpy(output, bytes.data() + offset, static_cast<size_t>(length));
         return true;
     }
 

@@ -50,7 +50,7 @@ const Row kFileNames[] = {{"VHAA0001.MP4", 1, 1001, 2, "VHAA0002.MP4"},
                           {"VXAA0001.JPG", 10, 2, 3, "V0020003.JPG"},
                           {"VPAA0001.MP4", 6, 2, 30, "V0020030.JPG"}};
 const Row kDurationNames[] = {{"VXAA0001.MP4", 1, 1002, 7, "VXAB0007.MP4"},
-                              {"V0120001.MP4", 1, 12, 7, "V0120007.MP4"},
+                              {"V0120001.MP4", 1, 1002, 7, "V0AB0007.MP4"},
                               {"VH010012.360", 2, 12, 2, "VH030012.MP4", "VH020012.MP4"}};
 
 void checkName(const Row& row, MemberNameUse use, bool oneBasedChapters) {

@@ -91,7 +91,7 @@ TEST_F(UploadQueries, WalkEveryKindOfItem) {
     };
     const Bytes gumis = join({kGumi, kParent});
     const auto video = itemRecord(0, "VXMF0012.MP4", 2);
-    check(2, join({video, videoInfo(1499, 2, 8), Bytes(8)}), "0 g0 0-0 m0 h2 d1 c1 s1 - -",
+    check(2, join({video, videoInfo(1500, 2, 8), Bytes(8)}), "0 g0 0-0 m0 h2 d2 c1 s1 - -",
           {"VXMF0012.MP4"});
     check(2, join({itemRecord(12, "VXMF0012.MP4"), videoInfo(~0u)}),
           "12 g0 0-0 m0 h0 d4294967 c0 s1 - -", {"VXMF0012.MP4"});

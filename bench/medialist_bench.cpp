@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 #include <random>
 
 #include "bench/ratio.h"
@@ -168,12 +169,13 @@ void itemsOnly(benchmark::State& state) {
 
 void sortList(benchmark::State& state, const char* document) {
     prepare(state);
+    std::optional<ZEPMediaList> list;
     for (auto _ : state) {
         state.PauseTiming();
-        ZEPMediaList list;
-        benchmark::DoNotOptimize(list.getMediaCount(rules));
+        list.emplace();
+        benchmark::DoNotOptimize(list->getMediaCount(rules));
         state.ResumeTiming();
-        benchmark::DoNotOptimize(list.sort(document));
+        benchmark::DoNotOptimize(list->sort(document));
     }
 }
 
@@ -228,9 +230,10 @@ void sortByHand(benchmark::State& state, Before before) {
     const uint32_t items = prepare(state);
     std::vector<MediaEntry> entries;
     fetchPages(items, kPageSize, collect, &entries);
+    std::vector<MediaEntry> sorted;
     for (auto _ : state) {
         state.PauseTiming();
-        std::vector<MediaEntry> sorted = entries;
+        sorted = entries;
         state.ResumeTiming();
         std::sort(sorted.begin(), sorted.end(), before);
         benchmark::DoNotOptimize(sorted.data());

@@ -13,10 +13,15 @@ int difference(uint32_t a, uint32_t b) {
 
 int dayDifference(const MediaEntry& a, const MediaEntry& b) {
     const int years = difference(a.year(), b.year());
-    return years != 0 ? years : difference(a.yday(), b.yday());
+    const int days = difference(a.yday(), b.yday());
+    return years != 0 ? years : days;
 }
 
 }  // namespace
+
+int CompoundCompare::compare(const MediaEntry* a, const MediaEntry* b) {
+    return decide(a, b);
+}
 
 int CompareFileSize::compare(const MediaEntry* a, const MediaEntry* b) {
     return difference(b->sizeMiB(), a->sizeMiB());

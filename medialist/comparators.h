@@ -28,8 +28,11 @@ class CompoundCompare final : public Comparinator {
         mComparators.push_back(std::move(comparator));
     }
 
-    // Inline: it is the inner loop of sorting.
-    int compare(const MediaEntry* a, const MediaEntry* b) override {
+    int compare(const MediaEntry* a, const MediaEntry* b) override;
+
+    // As compare, for the inner loop of sorting. It is apart from compare because a virtual
+    // function whose code is in sight is taken for the likely target of every virtual call.
+    int decide(const MediaEntry* a, const MediaEntry* b) {
         for (const auto& comparator : mComparators) {
             const int result = comparator->compare(a, b);
             if (result != 0) {

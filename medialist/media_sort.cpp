@@ -21,14 +21,22 @@ int ZEPMediaList::sort(const char* json) {
 
     Stopwatch stopwatch;
     stopwatch.control(Stopwatch::kCalibrate | Stopwatch::kClear | Stopwatch::kStart);
-    std::sort(mEntries.begin(), mEntries.end(), [&order](const MediaEntry& a, const MediaEntry& b) {
-        return order->compare(&a, &b) > 0;
-    });
+    std::sort(mEntries.begin(), mEntries.end(),
+              [compound = order.get()](const MediaEntry& a, const MediaEntry& b) {
+                  return compound->decide(&a, &b) > 0;
+              });
     VLOG_INFO("[ZML]: %s: sort took %1.2lf seconds\n", "sort", stopwatch.control(Stopwatch::kStop));
+    logEntries();
+    rewind();
+    return 0;
+}
+
+void ZEPMediaList::logEntries() const {
+    if (!VLOG_PASSES(vcore::kLevelNoise)) {
+        return;
+    }
     for (const MediaEntry& entry : mEntries) {
         VLOG_NOISE("[ZML]: %d y:%d d:%d t:%d c:%d s:%d h:%d\n", entry.index(), entry.year(),
                    entry.yday(), entry.type(), entry.count(), entry.sizeMiB(), entry.highlighted());
     }
-    rewind();
-    return 0;
 }

@@ -18,5 +18,5 @@
 
 #pragma GCC visibility pop
 
-// As create. Sorting calls the compound's comparison inline.
+// As create.
 [[nodiscard]] std::unique_ptr<CompoundCompare> readSortRules(const char* json);

@@ -102,6 +102,7 @@ class ZEPMediaList {
     int countLists();
     int countPage(PageQuery query);
     bool countSpan(const zep_item_s& item);
+    void logEntries() const;
     const MediaEntry* entriesEnd() const { return mEntries.data() + mEntries.size(); }
     int fetchEntry(uint32_t* sessionId);
     int addLaterSpans();

@@ -13,6 +13,10 @@
 #define VLOG_INFO(...) VLOG_LINE(vcore::kLevelInfo, "   [INFO]: " __VA_ARGS__)
 #define VLOG_NOISE(...) VLOG_LINE(vcore::kLevelNoise, "  [NOISE]: " __VA_ARGS__)
 
+// Whether lines of the level are written; spares a loop of many lines that are not.
+#define VLOG_PASSES(level) \
+    (vcore::Logger::get() != nullptr && vcore::Logger::get()->passes(vcore::kCategoryDaemon, level))
+
 #define VLOG_LINE(level, ...)                                                 \
     do {                                                                      \
         if (vcore::Logger* const currentLogger = vcore::Logger::get()) {      \

@@ -59,6 +59,11 @@ int Logger::log(std::uint32_t category, std::uint32_t level, const char* format,
     return result;
 }
 
+bool Logger::passes(std::uint32_t category, std::uint32_t level) const {
+    const AutoLock lock(&sMutex);
+    return mSink != nullptr && passesFilters(*mSink, category, level);
+}
+
 void Logger::configure(std::uint32_t level, std::uint32_t levelMask, std::uint32_t categoryMask,
                        std::uint32_t outputs, const std::string& path) {
     const AutoLock lock(&sMutex);

@@ -48,6 +48,9 @@ class Logger {
     int log(std::uint32_t category, std::uint32_t level, const char* format, ...)
         __attribute__((format(printf, 4, 5)));
 
+    // Tells whether the filters let such a line pass: one question before a loop of many lines.
+    bool passes(std::uint32_t category, std::uint32_t level) const;
+
     // Takes over new settings, as init does. The log file is reopened only when its path changes.
     void configure(std::uint32_t level, std::uint32_t levelMask, std::uint32_t categoryMask,
                    std::uint32_t outputs, const std::string& path);

@@ -25,7 +25,8 @@ int ZEPMediaList::sort(const char* json) {
               [compound = order.get()](const MediaEntry& a, const MediaEntry& b) {
                   return compound->decide(&a, &b) > 0;
               });
-    VLOG_INFO("[ZML]: %s: sort took %1.2lf seconds\n", "sort", stopwatch.control(Stopwatch::kStop));
+    const double seconds = stopwatch.control(Stopwatch::kStop);
+    VLOG_INFO("[ZML]: %s: sort took %1.2lf seconds\n", "sort", seconds);
     logEntries();
     rewind();
     return 0;

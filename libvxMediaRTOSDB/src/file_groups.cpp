@@ -7,12 +7,6 @@ FileGroups::FileGroups(vxMediaDBOutput* output)
 
 FileGroups::FileGroups(TextBuffer* page) : mPage(page), mGroup(page), mObject(page) {}
 
-template <typename... Parts>
-void FileGroups::append(TextBuffer* buffer, const Parts&... parts) {
-    if (!buffer->append(parts...))
-        mStatus = HTTP_INTERNAL_ERROR;
-}
-
 void FileGroups::restart() {
     mPage->clear();
     mOpen = false;
@@ -25,8 +19,8 @@ void FileGroups::enter(std::string_view name) {
     leave();
     if (buffered())
         mGroup->clear();
-    append(mGroup, std::string_view(mGroups > 0 ? "," : ""), "{\"d\":\"", JsonText{name},
-           "\",\"fs\":[");
+    mGroup->append(std::string_view(mGroups > 0 ? "," : ""), "{\"d\":\"", JsonText{name},
+                   "\",\"fs\":[");
     mOpen = true;
     mDirectoryLength = name.copy(mDirectory, sizeof mDirectory);
     mFiles = 0;
@@ -38,25 +32,23 @@ void FileGroups::leave() {
     mOpen = false;
     if (buffered() && mFiles == 0)
         return;
-    append(mGroup, kClosing);
+    mGroup->append(kClosing);
     if (buffered())
-        append(mPage, mGroup->text());
+        mPage->append(mGroup->text());
     mGroups++;
 }
 
 TextBuffer* FileGroups::beginFile() {
     if (mFiles++ > 0)
-        append(mGroup, ",");
-    append(mObject, "{");
+        mGroup->append(",");
+    mObject->append("{");
     return mObject;
 }
 
-void FileGroups::endFile(int keysStatus) {
-    append(mObject, "}");
-    if (keysStatus != HTTP_OK)
-        mStatus = keysStatus;
+void FileGroups::endFile() {
+    mObject->append("}");
     if (!buffered())
         return;
-    append(mGroup, mObject->text());
+    mGroup->append(mObject->text());
     mObject->clear();
 }

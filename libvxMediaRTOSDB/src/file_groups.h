@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include "libvxMediaRTOSDB/src/db_requests.h"
-#include "libvxMediaRTOSDB/src/http_status.h"
 #include "libvxMediaRTOSDB/src/media_db_output.h"
 #include "libvxMediaRTOSDB/src/text_buffer.h"
 
@@ -35,11 +34,13 @@ class FileGroups {
     // Starts the object of a file in the open group. Returns the buffer for its keys.
     [[nodiscard]] TextBuffer* beginFile();
 
-    // Ends the object. keysStatus: HTTP_OK when all its keys fitted.
-    void endFile(int keysStatus);
+    // Ends the object.
+    void endFile();
 
-    // HTTP_OK, or HTTP_INTERNAL_ERROR when something did not fit; a restart does not change it.
-    [[nodiscard]] int status() const { return mStatus; }
+    // False when something did not fit; a restart does not change that.
+    [[nodiscard]] bool complete() const {
+        return mPage->losses() + mGroup->losses() + mObject->losses() == 0;
+    }
 
     // The groups of the page, joined by ",".
     [[nodiscard]] std::string_view text() const { return mPage->text(); }
@@ -49,9 +50,6 @@ class FileGroups {
 
   private:
     static constexpr char kClosing[] = "]}";
-
-    template <typename... Parts>
-    void append(TextBuffer* buffer, const Parts&... parts);
 
     [[nodiscard]] std::string_view directory() const { return {mDirectory, mDirectoryLength}; }
     [[nodiscard]] bool buffered() const { return mGroup != mPage; }
@@ -64,5 +62,4 @@ class FileGroups {
     size_t mDirectoryLength = 0;
     uint32_t mGroups = 0;  // closed ones
     uint32_t mFiles = 0;   // of the open group
-    int mStatus = HTTP_OK;
 };

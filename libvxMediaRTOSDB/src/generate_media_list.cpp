@@ -54,8 +54,8 @@ int generateMediaList(void* outputHandle, const char* query) {
     if (status == HTTP_OK) {
         status = listPages(connection.get(), planOf(settings), &groups);
         groups.leave();
-        if (status == HTTP_OK)
-            status = groups.status();
+        if (!groups.complete())
+            status = HTTP_INTERNAL_ERROR;
     }
     connection.close();
 

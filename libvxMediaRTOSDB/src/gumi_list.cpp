@@ -20,10 +20,6 @@ namespace {
 
 constexpr std::string_view kDataSet = "f=gumi";
 
-int statusOf(bool fitted) {
-    return fitted ? HTTP_OK : HTTP_INTERNAL_ERROR;
-}
-
 // Takes "KEY=" and the value behind it, up to the next "&", off the query.
 // Returns false when the query does not go on with the key.
 bool takeValue(std::string_view* query, std::string_view key, std::string_view* value) {
@@ -63,11 +59,10 @@ int formatFileGUMIResponse(vxMediaDBOutput* output, const char* pPrepend,
     UTIL_ASSERT(pPrepend);
     UTIL_ASSERT(pInfo);
     TextBuffer& entry = output->localEntryBuffer;
-    const bool named = entry.append(std::string_view(pPrepend), "{\"n\":\"",
-                                    JsonText{textOf(pInfo->file_name)}, "\"");
+    entry.append(std::string_view(pPrepend), "{\"n\":\"", JsonText{textOf(pInfo->file_name)}, "\"");
     const int status = formatGUMI(output, kAllFields, ",", pGUMI, pPGUMI);
-    const bool closed = entry.append("}");
-    return statusOf(named && closed && status == HTTP_OK);
+    entry.append("}");
+    return status;
 }
 
 // Writes the object of one file into the entry buffer. Returns an HTTP status.
@@ -79,9 +74,11 @@ int writeFile(vxMediaDBOutput* output, rtosConnection* connection, const char* d
     const db_gumi* parentGumi = nullptr;
     const int status =
         getFileGUMIResponse(connection, directory, file, response, &item, &gumi, &parentGumi);
-    if (status == HTTP_NOT_FOUND)
-        return statusOf(output->localEntryBuffer.append(std::string_view(prefix), "{\"n\":\"",
-                                                        JsonText{file}, "\",\"DNE\":\"1\"}"));
+    if (status == HTTP_NOT_FOUND) {
+        output->localEntryBuffer.append(std::string_view(prefix), "{\"n\":\"", JsonText{file},
+                                        "\",\"DNE\":\"1\"}");
+        return HTTP_OK;
+    }
     if (status != HTTP_OK)
         return status;
     return formatFileGUMIResponse(output, prefix, item, gumi, parentGumi);
@@ -94,7 +91,7 @@ int writeGroup(vxMediaDBOutput* output, rtosConnection* connection, Question que
 
     TextBuffer& entry = output->localEntryBuffer;
     TextBuffer& group = output->localDirectoryBuffer;
-    bool fitted = group.append("{\"d\":\"", JsonText{directory}, "\",\"fs\":[");
+    group.append("{\"d\":\"", JsonText{directory}, "\",\"fs\":[");
     const char* prefix = "";
     for (auto name = takePiece(&question.files, ','); !name.empty();
          name = takePiece(&question.files, ',')) {
@@ -103,13 +100,13 @@ int writeGroup(vxMediaDBOutput* output, rtosConnection* connection, Question que
         const int status = writeFile(output, connection, directory, file, prefix);
         if (status != HTTP_OK)
             return status;
-        fitted &= group.append(entry.text());
+        group.append(entry.text());
         entry.clear();
         prefix = ",";
     }
-    fitted &= group.append("]}");
-    fitted &= output->localBuffer.append(group.text());
-    return statusOf(fitted);
+    group.append("]}");
+    output->localBuffer.append(group.text());
+    return output->complete() ? HTTP_OK : HTTP_INTERNAL_ERROR;
 }
 
 }  // namespace

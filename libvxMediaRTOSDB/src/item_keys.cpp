@@ -13,7 +13,7 @@ void writeFileKeys(KeyWriter& keys, const db_item_record& item) {
     keys.number(FIELD_MODIFIED, "mod", item.modified);
     keys.number(FIELD_CREATED, "cre", item.created);
     keys.number(FIELD_UPLOAD_STATUS, "us", item.upload_status);
-    keys.number(FIELD_TR, "tr", hasAttribute(item, ITEM_ATTRIBUTE_TR));
+    keys.flag(FIELD_TR, "tr", hasAttribute(item, ITEM_ATTRIBUTE_TR));
 }
 
 void writeGumiKeys(KeyWriter& keys, const ListItem& item) {
@@ -30,9 +30,9 @@ void writeGumiKeys(KeyWriter& keys, const ListItem& item) {
 // The keys of a recording that single videos and members share.
 void writeRecordingKeys(KeyWriter& keys, const MemberRecord& recording) {
     const db_item_record& item = *recording.item;
-    keys.number(FIELD_PTA, "pta", hasAttribute(item, ITEM_ATTRIBUTE_PTA));
+    keys.flag(FIELD_PTA, "pta", hasAttribute(item, ITEM_ATTRIBUTE_PTA));
     keys.text(FIELD_AUDIO_OPTION, "ao", audioOption(item));
-    keys.number(FIELD_MP, "mp", hasAttribute(item, ITEM_ATTRIBUTE_MP));
+    keys.flag(FIELD_MP, "mp", hasAttribute(item, ITEM_ATTRIBUTE_MP));
     keys.number(FIELD_DURATION, "dur", durationSeconds(*recording.video));
     keys.number(FIELD_SCORE, "mahs", itemScore(item));
     keys.number(FIELD_HIGHLIGHT_COUNT, "hc", item.highlight_count);
@@ -50,9 +50,9 @@ void writeVideoKeys(KeyWriter& keys, const MemberRecord& video) {
 
 void writePhotoKeys(KeyWriter& keys, const db_item_record& item) {
     keys.number(FIELD_HIGHLIGHT_COUNT, "hc", item.highlight_count);
-    keys.number(FIELD_HDR, "hdr", hasAttribute(item, ITEM_ATTRIBUTE_HDR));
-    keys.number(FIELD_WDR, "wdr", hasAttribute(item, ITEM_ATTRIBUTE_WDR));
-    keys.number(FIELD_RAW, "raw", hasAttribute(item, ITEM_ATTRIBUTE_RAW));
+    keys.flag(FIELD_HDR, "hdr", hasAttribute(item, ITEM_ATTRIBUTE_HDR));
+    keys.flag(FIELD_WDR, "wdr", hasAttribute(item, ITEM_ATTRIBUTE_WDR));
+    keys.flag(FIELD_RAW, "raw", hasAttribute(item, ITEM_ATTRIBUTE_RAW));
 }
 
 std::string_view groupLetter(uint32_t contentType) {
@@ -138,7 +138,7 @@ void writeMemberKeys(KeyWriter& keys, const MemberRecord& member, ListStyle styl
     writeFileKeys(keys, *member.item);
     if (style == ListStyle::kMediaList)
         writeSize();
-    keys.number(FIELD_EIS, "eis", hasAttribute(*member.item, ITEM_ATTRIBUTE_EIS));
+    keys.flag(FIELD_EIS, "eis", hasAttribute(*member.item, ITEM_ATTRIBUTE_EIS));
     writeRecordingKeys(keys, member);
     if (style == ListStyle::kPagedList)
         writeSize();

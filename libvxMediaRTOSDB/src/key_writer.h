@@ -22,33 +22,27 @@ class JoinedText {
 
     template <typename... Parts>
     void add(const Parts&... parts) {
-        mFitted &= mBuffer->append(mPrefix, parts...);
-        mPrefix = ",";
+        if (mFirst)
+            mBuffer->append(mPrefix, parts...);
+        else
+            mBuffer->append(',', parts...);
+        mFirst = false;
     }
-
-    // Appends parts that belong to the text added last.
-    template <typename... Parts>
-    void extend(const Parts&... parts) {
-        mFitted &= mBuffer->append(parts...);
-    }
-
-    // Returns a joined text inside this one, whose fit counts here once it is taken back.
-    [[nodiscard]] JoinedText inner() const { return {mBuffer, ""}; }
-    void takeBack(const JoinedText& text) { mFitted &= text.mFitted; }
-
-    [[nodiscard]] bool fitted() const { return mFitted; }
 
   private:
     TextBuffer* mBuffer;
     std::string_view mPrefix;
-    bool mFitted = true;
+    bool mFirst = true;
 };
 
 class KeyWriter {
   public:
     // prefix: written before the first key, "," before each further one.
     KeyWriter(TextBuffer* buffer, uint32_t fieldMask, std::string_view prefix)
-        : mKeys(buffer, prefix), mFieldMask(fieldMask) {}
+        : mBuffer(buffer),
+          mKeys(buffer, prefix),
+          mFieldMask(fieldMask),
+          mLossesBefore(buffer->losses()) {}
 
     // "key":"123"
     template <size_t Size>
@@ -64,6 +58,12 @@ class KeyWriter {
         write(field, "\"", key, "\":\"", value, "\"");
     }
 
+    // "key":"1" or "key":"0"
+    template <size_t Size>
+    void flag(uint32_t field, const char (&key)[Size], bool value) {
+        write(field, "\"", key, "\":\"", value ? '1' : '0', "\"");
+    }
+
     // "key":"text", the text escaped
     template <size_t Size>
     void text(uint32_t field, const char (&key)[Size], std::string_view value) {
@@ -72,7 +72,7 @@ class KeyWriter {
 
     // "key":"00ff..."
     template <size_t Size>
-    void hex(uint32_t field, const char (&key)[Size], std::span<const uint8_t> value) {
+    void hex(uint32_t field, const char (&key)[Size], std::span<const uint8_t, 16> value) {
         write(field, "\"", key, "\":\"", HexText{value}, "\"");
     }
 
@@ -91,18 +91,21 @@ class KeyWriter {
         if (!selects(field))
             return;
         mKeys.add(opening);
-        JoinedText elements = mKeys.inner();
+        JoinedText elements(mBuffer, "");
         addElements(elements);
-        mKeys.takeBack(elements);
-        mKeys.extend(closing);
+        mBuffer->append(closing);
     }
 
     [[nodiscard]] bool selects(uint32_t field) const { return (mFieldMask & field) != 0; }
 
     // HTTP_OK, or HTTP_INTERNAL_ERROR when something did not fit.
-    [[nodiscard]] int status() const { return mKeys.fitted() ? HTTP_OK : HTTP_INTERNAL_ERROR; }
+    [[nodiscard]] int status() const {
+        return mBuffer->losses() == mLossesBefore ? HTTP_OK : HTTP_INTERNAL_ERROR;
+    }
 
   private:
+    TextBuffer* mBuffer;
     JoinedText mKeys;
     uint32_t mFieldMask;
+    uint32_t mLossesBefore;
 };

@@ -78,8 +78,6 @@ class ListPages {
     void listMembers(const ListItem& item);
     void logListRequest() const;
 
-    [[nodiscard]] int status() const { return mStatus == HTTP_OK ? mGroups->status() : mStatus; }
-
     rtosConnection* mConnection;
     const ListPlan& mPlan;
     FileGroups* mGroups;
@@ -94,7 +92,7 @@ class ListPages {
 int ListPages::run() {
     restart();
     int retries = 0;
-    while (!mComplete && mRequests < mPlan.maxRequests && status() == HTTP_OK) {
+    while (!mComplete && mRequests < mPlan.maxRequests && mStatus == HTTP_OK) {
         const auto failure = listPage();
         if (!failure)
             continue;
@@ -108,7 +106,7 @@ int ListPages::run() {
                  failure->value);
         restart();
     }
-    return status();
+    return mStatus;
 }
 
 void ListPages::restart() {
@@ -148,6 +146,8 @@ std::optional<Failure> ListPages::listPage() {
     if (const auto failure =
             listItems({mResponse, static_cast<size_t>(received)}, count, header.list_options))
         return failure;
+    if (!mGroups->complete())
+        mStatus = HTTP_INTERNAL_ERROR;
     mComplete = count == 0 || mNextIndex >= header.total_entries;
     planNextRequest(header.total_entries);
     return std::nullopt;
@@ -204,7 +204,7 @@ void ListPages::listItem(const ListItem& item) {
     }
     KeyWriter keys(mGroups->beginFile(), mPlan.fieldMask, "");
     writeItemKeys(keys, item, mPlan.style);
-    mGroups->endFile(keys.status());
+    mGroups->endFile();
 }
 
 void ListPages::listMembers(const ListItem& item) {
@@ -213,7 +213,7 @@ void ListPages::listMembers(const ListItem& item) {
     while (members.next(&member)) {
         KeyWriter keys(mGroups->beginFile(), mPlan.fieldMask, "");
         writeMemberKeys(keys, member, mPlan.style);
-        mGroups->endFile(keys.status());
+        mGroups->endFile();
     }
     if (members.status() != HTTP_OK)
         mStatus = members.status();

@@ -11,6 +11,12 @@ struct vxMediaDBOutput {
     TextBuffer localDirectoryBuffer;
     TextBuffer localEntryBuffer;
     uint32_t spare[3];
+
+    // False when something did not fit into one of the buffers.
+    [[nodiscard]] bool complete() const {
+        return localBuffer.losses() + localDirectoryBuffer.losses() + localEntryBuffer.losses() ==
+               0;
+    }
 };
 
 extern "C" {

@@ -39,13 +39,12 @@ bool hasMoreInfo(uint32_t contentType) {
 // Puts the keys that writeKeys writes between braces. Returns an HTTP status.
 template <typename WriteKeys>
 int writeObject(vxMediaDBOutput* output, WriteKeys writeKeys) {
-    TextBuffer& entry = output->localEntryBuffer;
-    const bool opened = entry.append("{");
+    output->localEntryBuffer.append("{");
     const int status = writeKeys();
-    const bool closed = entry.append("}");
+    output->localEntryBuffer.append("}");
     if (status != HTTP_OK)
         return status;
-    return opened && closed ? HTTP_OK : HTTP_INTERNAL_ERROR;
+    return output->complete() ? HTTP_OK : HTTP_INTERNAL_ERROR;
 }
 
 int getVideoInfo(Metadata& metadata, const db_item_record** item,

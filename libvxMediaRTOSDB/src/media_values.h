@@ -7,8 +7,8 @@
 
 #include "libvxMediaRTOSDB/src/db_item_record.h"
 
-// Returns 1 when any of the attributes is set, else 0.
-constexpr uint32_t hasAttribute(const db_item_record& item, uint32_t attributes) {
+// Tells whether any of the attributes is set.
+constexpr bool hasAttribute(const db_item_record& item, uint32_t attributes) {
     return (item.attributes & attributes) != 0;
 }
 

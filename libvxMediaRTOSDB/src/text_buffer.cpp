@@ -35,7 +35,7 @@ void TextBuffer::release() {
     *this = {};
 }
 
-bool TextBuffer::startAnew(size_t sizeOfParts) {
+void TextBuffer::startAnew(size_t sizeOfParts) {
     const int wouldBe = static_cast<int>(mLength + sizeOfParts);
     const int limit = static_cast<int>(mLimit);
     switch (mKind) {
@@ -53,5 +53,5 @@ bool TextBuffer::startAnew(size_t sizeOfParts) {
             break;
     }
     clear();
-    return false;
+    mLosses++;
 }

@@ -1,10 +1,12 @@
 // A text that grows up to a limit, in storage allocated once.
 //
-// What is appended is measured first. When the text would pass its limit, that is logged, nothing
-// is added, and the text starts anew: the response is lost and answers with HTTP_INTERNAL_ERROR.
+// What is appended is measured first. When the text would pass its limit, that is logged and
+// counted, nothing is added, and the text starts anew: a response that lost text answers with
+// HTTP_INTERNAL_ERROR.
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 #include "libvxMediaRTOSDB/src/text_part.h"
@@ -28,21 +30,22 @@ class TextBuffer {
     [[nodiscard]] bool allocate(TextBufferKind kind);
     void release();
 
-    // Appends all parts, or none when the text would pass its limit: the text is then empty and
-    // the result false. The text always ends with a zero.
+    // Appends all parts, or none of them when the text would pass its limit; it is then empty. The
+    // text always ends with a zero.
     template <typename... Parts>
-    [[nodiscard]] bool append(const Parts&... parts) {
+    void append(const Parts&... parts) {
         const size_t room = mLimit - mLength;
         if ((maxSize(parts) + ... + 0) > room) [[unlikely]] {
             const size_t size = (exactSize(parts) + ... + 0);
-            if (size > room)
-                return startAnew(size);
+            if (size > room) {
+                startAnew(size);
+                return;
+            }
         }
         char* end = mText + mLength;
         ((end = write(end, parts)), ...);
         *end = '\0';
         mLength = static_cast<size_t>(end - mText);
-        return true;
     }
 
     void clear() { mLength = 0; }
@@ -50,11 +53,15 @@ class TextBuffer {
     // Valid until the text changes.
     [[nodiscard]] std::string_view text() const { return {mText, mLength}; }
 
+    // How often something did not fit since the buffer was allocated.
+    [[nodiscard]] uint32_t losses() const { return mLosses; }
+
   private:
-    [[nodiscard]] bool startAnew(size_t sizeOfParts);
+    void startAnew(size_t sizeOfParts);
 
     char* mText;
     size_t mLength;
     size_t mLimit;
+    uint32_t mLosses;
     TextBufferKind mKind;
 };

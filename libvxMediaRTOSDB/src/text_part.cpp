@@ -2,29 +2,46 @@
 
 namespace {
 
-constexpr char kHexDigits[] = "0123456789abcdef";
 constexpr std::string_view kControlEscape = "\\u00";
 
-bool isControl(char character) {
+constexpr bool isControl(char character) {
     return static_cast<unsigned char>(character) < 0x20;
 }
 
-bool isPlain(char character) {
+constexpr bool isPlain(char character) {
     return !isControl(character) && character != '"' && character != '\\';
 }
 
-char* writeHex(char* place, uint8_t byte) {
-    *place++ = kHexDigits[byte >> 4];
-    *place++ = kHexDigits[byte & 0xF];
+constexpr char hexDigit(unsigned nibble) {
+    return static_cast<char>(nibble < 10 ? '0' + nibble : 'a' + nibble - 10);
+}
+
+char* writeEscaped(char* place, char character) {
+    if (isControl(character)) {
+        place = write(place, kControlEscape);
+        *place++ = hexDigit(static_cast<unsigned char>(character) >> 4);
+        *place++ = hexDigit(character & 0xF);
+        return place;
+    }
+    *place++ = '\\';
+    *place++ = character;
     return place;
 }
 
 }  // namespace
 
+// Copies in and out: a loop over memory that cannot overlap is one the compiler vectorizes.
 char* write(char* place, HexText hex) {
-    for (const uint8_t byte : hex.bytes)
-        place = writeHex(place, byte);
-    return place;
+    constexpr size_t kBytes = decltype(hex.bytes)::extent;
+    uint8_t bytes[kBytes];
+    char digits[2 * kBytes];
+    std::memcpy(bytes, hex.bytes.data(), sizeof bytes);
+    for (size_t i = 0; i < kBytes; i++) {
+        digits[2 * i] = hexDigit(bytes[i] >> 4);
+        digits[2 * i + 1] = hexDigit(bytes[i] & 0xF);
+    }
+    std::memcpy(place, digits, sizeof digits);
+    return place + sizeof digits;
 }
 
 size_t exactSize(JsonText json) {
@@ -40,13 +57,10 @@ size_t exactSize(JsonText json) {
 
 char* write(char* place, JsonText json) {
     for (const char character : json.text) {
-        if (isControl(character)) {
-            place = writeHex(write(place, kControlEscape), static_cast<uint8_t>(character));
-            continue;
-        }
-        if (!isPlain(character))
-            *place++ = '\\';
-        *place++ = character;
+        if (isPlain(character))
+            *place++ = character;
+        else
+            place = writeEscaped(place, character);
     }
     return place;
 }

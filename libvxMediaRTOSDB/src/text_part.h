@@ -20,9 +20,9 @@ struct JsonText {
     std::string_view text;
 };
 
-// Bytes, written as two lower-case hexadecimal digits each.
+// The bytes of a GUMI, written as two lower-case hexadecimal digits each.
 struct HexText {
-    std::span<const uint8_t> bytes;
+    std::span<const uint8_t, 16> bytes;
 };
 
 template <size_t Size>
@@ -55,6 +55,19 @@ inline char* write(char* place, std::string_view text) {
     return place + text.size();
 }
 
+constexpr size_t maxSize(char) {
+    return 1;
+}
+
+constexpr size_t exactSize(char) {
+    return 1;
+}
+
+inline char* write(char* place, char character) {
+    *place = character;
+    return place + 1;
+}
+
 template <std::integral Number>
 constexpr size_t maxSize(Number) {
     return std::numeric_limits<Number>::digits10 + 2;
@@ -62,6 +75,8 @@ constexpr size_t maxSize(Number) {
 
 template <std::integral Number>
 char* write(char* place, Number number) {
+    if (number >= 0 && number < 10)
+        return write(place, static_cast<char>('0' + number));
     return std::to_chars(place, place + maxSize(number), number).ptr;
 }
 
@@ -71,11 +86,11 @@ size_t exactSize(Number number) {
     return static_cast<size_t>(write(digits, number) - digits);
 }
 
-inline size_t maxSize(HexText hex) {
+constexpr size_t maxSize(HexText hex) {
     return 2 * hex.bytes.size();
 }
 
-inline size_t exactSize(HexText hex) {
+constexpr size_t exactSize(HexText hex) {
     return maxSize(hex);
 }
 

@@ -15,17 +15,22 @@ int sizeOf(const Response& response) {
     return static_cast<int>(response.bytes.size());
 }
 
-// Finds the item record behind the response header. Returns an HTTP status.
-int findItem(const Response& response, const db_item_record** item) {
+// Finds the item record behind the response header; null unless the HTTP status is 200.
+const db_item_record* findItem(const Response& response, int* status) {
+    *status = response.status;
+    if (response.status != HTTP_OK)
+        return nullptr;
     const auto* answer = RecordReader(response.bytes).read<db_item_response>();
-    if (!answer)
-        return discardResponse(sizeOf(response));
+    if (!answer) {
+        *status = discardResponse(sizeOf(response));
+        return nullptr;
+    }
     if (answer->item.content_type == DB_CONTENT_TYPE_UNKNOWN_FILE) {
         UTIL_LOG(UTIL_LOG_WARN, "Invalid content type (-1), inferring FILE NOT_FOUND\n");
-        return HTTP_NOT_FOUND;
+        *status = HTTP_NOT_FOUND;
+        return nullptr;
     }
-    *item = &answer->item;
-    return HTTP_OK;
+    return &answer->item;
 }
 
 // Finds the video specific information whose highlights have come too; null when there is none.
@@ -44,7 +49,9 @@ int getContentInfoResponse(rtosConnection* pRtosConn, const char* pDirName, cons
     *ppInfo = nullptr;
     const Response response =
         askAboutFile(pRtosConn, DB_CMD_CONTENT_INFO, pDirName, pFileName, pRespBuf);
-    return response.status == HTTP_OK ? findItem(response, ppInfo) : response.status;
+    int status = HTTP_OK;
+    *ppInfo = findItem(response, &status);
+    return status;
 }
 
 int getVideoSpecificInfoResponse(rtosConnection* pRtosConn, const char* pDirName,
@@ -57,12 +64,9 @@ int getVideoSpecificInfoResponse(rtosConnection* pRtosConn, const char* pDirName
     *ppVideoInfo = nullptr;
     const Response response =
         askAboutFile(pRtosConn, DB_CMD_VIDEO_SPECIFIC_INFO, pDirName, pFileName, pRespBuf);
-    if (response.status != HTTP_OK)
-        return response.status;
-
-    const db_item_record* item = nullptr;
-    const int status = findItem(response, &item);
-    if (status != HTTP_OK)
+    int status = HTTP_OK;
+    const auto* item = findItem(response, &status);
+    if (!item)
         return status;
     const auto* info = findVideoInfo(response);
     if (!info && item->content_type <= DB_CONTENT_TYPE_TIME_LAPSE_VIDEO)
@@ -99,22 +103,21 @@ int getFileGUMIResponse(rtosConnection* pRtosConn, const char* pDirName, const c
     *ppPGUMI = nullptr;
     const Response response =
         askAboutFile(pRtosConn, DB_CMD_FILE_GUMI, pDirName, pFileName, pRespBuf);
-    if (response.status != HTTP_OK)
-        return response.status;
-
     auto* answer = static_cast<db_file_gumi_response*>(pRespBuf);
-    if (response.bytes.size() >= sizeof(db_item_response) &&
+    if (response.status == HTTP_OK && response.bytes.size() >= sizeof(db_item_response) &&
         response.bytes.size() < offsetof(db_file_gumi_response, parent_gumi)) {
         UTIL_LOG(UTIL_LOG_WARN, "Insufficient response size (%d), invalidating GUMIs\n",
                  sizeOf(response));
         answer->gumi = {};
         answer->parent_gumi = {};
     }
-    const int status = findItem(response, ppInfo);
-    if (status != HTTP_OK)
+    int status = HTTP_OK;
+    const auto* item = findItem(response, &status);
+    if (!item)
         return status;
+    *ppInfo = item;
     *ppGUMI = &answer->gumi;
-    if ((*ppInfo)->attributes & ITEM_ATTRIBUTE_PARENT_GUMI)
+    if (item->attributes & ITEM_ATTRIBUTE_PARENT_GUMI)
         *ppPGUMI = &answer->parent_gumi;
     return HTTP_OK;
 }

@@ -1,0 +1,116 @@
+#include "tools/mediactl/command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <utility>
+
+#include "libvxMediaRTOSDB/src/util_log.h"
+
+namespace mediactl {
+
+namespace {
+
+constexpr double kMaxSeconds = 1e9;
+
+CLI::Validator validator(const Form& form) {
+    const auto check = [form](const std::string& text) {
+        return form.holds(text) ? "" : "'" + text + "' is not " + form.expected;
+    };
+    return {check, ""};
+}
+
+}  // namespace
+
+Command& Command::flag(const char* name, bool* value, const char* help) {
+    mApp.add_flag(name, *value, help);
+    return *this;
+}
+
+Command& Command::option(const char* name, const char* placeholder, uint32_t* value,
+                         const char* help) {
+    mApp.add_option(name, *value, help)->type_name(placeholder)->check(validator(kNumber));
+    return *this;
+}
+
+Command& Command::option(const char* name, const char* placeholder, std::optional<double>* value,
+                         const char* help) {
+    mApp.add_option(name, *value, help)
+        ->type_name(placeholder)
+        ->check(CLI::Range(0.0, kMaxSeconds).description(""));
+    return *this;
+}
+
+Command& Command::option(const char* name, const char* placeholder, std::string* value,
+                         const char* help) {
+    mApp.add_option(name, *value, help)->type_name(placeholder);
+    return *this;
+}
+
+Command& Command::argument(const char* name, uint32_t* value, const char* help) {
+    mApp.add_option(name, *value, help)->required()->type_name("")->check(validator(kNumber));
+    return *this;
+}
+
+Command& Command::argument(const char* name, std::string* value, const Form& form,
+                           const char* help) {
+    mApp.add_option(name, *value, help)->required()->type_name("")->check(validator(form));
+    return *this;
+}
+
+CommandLine::CommandLine()
+    : mApp(std::make_unique<CLI::App>(
+          "Ask the camera's media database and wait for the result of its check.", "mediactl")) {
+    addToolOptions();
+}
+
+CommandLine::~CommandLine() = default;
+
+void CommandLine::addToolOptions() {
+    mApp->add_flag("--json", mJson, "Print one JSON document instead of columns");
+    mApp->add_option("--log-level", g_logLevel,
+                     "Lines of the library on standard error: 0 none, 2 errors, 3 warnings, "
+                     "4 requests and responses; 6 also dumps their bytes on standard output")
+        ->check(CLI::Range(0, 6).description(""))
+        ->type_name("LEVEL")
+        ->capture_default_str();
+    mApp->set_version_flag("--version", "mediactl " MEDIACTL_VERSION);
+    mApp->require_subcommand(0, 1);
+}
+
+Command CommandLine::add(const char* name, const char* help, std::function<int()> run) {
+    CLI::App* command = mApp->add_subcommand(name, help);
+    // The tool's own options may stand behind the command too.
+    command->fallthrough();
+    command->callback([this, run = std::move(run)] { mRun = run; });
+    return Command(*command);
+}
+
+int CommandLine::run(int argc, char** argv) {
+    try {
+        mApp->parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return mApp->exit(error) == 0 ? kDone : kWrongCall;
+    }
+    if (!mRun) {
+        std::fputs("A command is needed; --help names them.\n", stderr);
+        return kWrongCall;
+    }
+    return mRun();
+}
+
+int fail(const char* format, ...) {
+    const int reason = errno;
+    std::fflush(stdout);
+    std::fputs("mediactl: ", stderr);
+    va_list arguments;
+    va_start(arguments, format);
+    errno = reason;
+    std::vfprintf(stderr, format, arguments);
+    va_end(arguments);
+    std::fputs("\n", stderr);
+    return kFailed;
+}
+
+}  // namespace mediactl

@@ -1,0 +1,33 @@
+// histogram: the media counts of the database.
+#include <array>
+#include <numeric>
+
+#include "libvxMediaRTOSDB/src/db_responses.h"
+#include "libvxMediaRTOSDB/src/zep_queries.h"
+#include "tools/mediactl/command_line.h"
+#include "tools/mediactl/output.h"
+
+namespace mediactl {
+
+namespace {
+
+int histogram(bool json) {
+    std::array<uint32_t, kHistogramBuckets> counts = {};
+    const int result = dbGetMediaHistogram(counts.data(), nullptr, counts.data());
+    if (result != 0)
+        return fail("the histogram query failed (%d)", result);
+    Listing listing(json, "buckets", {{"bucket", "bucket", 6}, {"count", "count", 10}});
+    for (size_t bucket = 0; bucket < counts.size(); bucket++)
+        listing.add({{"bucket", bucket}, {"count", counts[bucket]}});
+    listing.end({{"total", std::accumulate(counts.begin(), counts.end(), uint64_t{0})}});
+    return kDone;
+}
+
+}  // namespace
+
+void addHistogramCommands(CommandLine& line) {
+    line.add("histogram", "Print the 32 counts of the media histogram",
+             [&line] { return histogram(line.json()); });
+}
+
+}  // namespace mediactl

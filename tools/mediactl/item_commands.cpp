@@ -1,0 +1,140 @@
+// items: the lists from which uploads are chosen.
+#include <algorithm>
+#include <memory>
+
+#include "libvxMediaRTOSDB/src/zep_queries.h"
+#include "tools/mediactl/command_line.h"
+#include "tools/mediactl/output.h"
+
+namespace mediactl {
+
+namespace {
+
+constexpr uint32_t kPageSize = 15;
+
+struct ItemOptions {
+    bool session = false;
+    bool files = false;
+    uint32_t start = 0;
+    uint32_t limit = UINT32_MAX;
+};
+
+// Prints the items of all pages. An item is printed when its files are known.
+class ItemListing {
+  public:
+    ItemListing(bool json, bool files)
+        : mFiles(files),
+          mListing(json, "items",
+                   {{"content_type", "type", -19},
+                    {"file", "file", -21},
+                    {"group_number", "group", 5},
+                    {"first_number", "first", 5},
+                    {"last_number", "last", 5},
+                    {"upload_status", "upload", 6},
+                    {"highlights", "highlights", 10},
+                    {"score", "score", 5},
+                    {"created", "created", -19},
+                    {"duration_s", "seconds", 7},
+                    {"clip", "clip", -4},
+                    {"size_bytes", "bytes", 12}}) {}
+
+    static void takeItem(void* self, zep_item_s* item) {
+        static_cast<ItemListing*>(self)->begin(*item);
+    }
+    static void takeFile(void* self, char* dirName, char* fileName) {
+        static_cast<ItemListing*>(self)->mItem["files"].push_back(path(dirName, fileName));
+    }
+
+    // Prints the latest item, if there is one.
+    void flush() {
+        if (mItem.is_null())
+            return;
+        mListing.add(mItem);
+        if (mFiles) {
+            for (const auto& file : mItem["files"])
+                mListing.addNote(file);
+        }
+        mItem = nullptr;
+    }
+
+    void end(uint32_t total, uint32_t session) {
+        flush();
+        mListing.end({{"total", total}, {"session_id", session}});
+    }
+
+    [[nodiscard]] uint32_t count() const { return mCount; }
+
+  private:
+    static std::string path(const char* dirName, const char* fileName) {
+        return std::string(dirName) + "/" + fileName;
+    }
+
+    void begin(const zep_item_s& item) {
+        flush();
+        mCount++;
+        mItem = {
+            {"content_type", item.content_type},
+            {"file", path(item.dir_name, item.file_name)},
+            {"group_number", item.group_number},
+            {"first_number", item.first_number},
+            {"last_number", item.last_number},
+            {"upload_status", item.upload_status},
+            {"highlights", item.highlight},
+            {"score", item.score},
+            {"created", item.timestamp},
+            {"duration_s", item.duration_s},
+            {"clip", item.clip != 0},
+            {"size_bytes", item.size_bytes},
+        };
+        if (mFiles)
+            mItem["files"] = Json::array();
+    }
+
+    bool mFiles;
+    Listing mListing;
+    Json mItem;
+    uint32_t mCount = 0;
+};
+
+int items(bool json, const ItemOptions& options) {
+    const auto fetch = options.session ? dbGetZEPSessionFileList : dbGetZEPItems;
+    const auto fileCallback = options.files ? ItemListing::takeFile : nullptr;
+    ItemListing listing(json, options.files);
+    uint32_t session = 0;
+    uint32_t total = 0;
+    int status = kDone;
+    for (uint32_t listed = 0; listed < options.limit; listed = listing.count()) {
+        const uint32_t index = options.start + listed;
+        const uint32_t count = std::min(kPageSize, options.limit - listed);
+        uint32_t pageSession = 0;
+        const int result = fetch(count, index, &listing, ItemListing::takeItem, &listing,
+                                 fileCallback, &listing, &pageSession, &total);
+        listing.flush();
+        if (result < 0)
+            status = fail("the page from item %u on cannot be fetched (%d)", index, result);
+        else if (listed != 0 && pageSession != session)
+            status = fail("the database changed before item %u; list it again", index);
+        else if (listing.count() == listed && index < total)
+            status = fail("the database delivers no item %u, but has %u items", index, total);
+        session = pageSession;
+        if (status != kDone || options.start + uint64_t{listing.count()} >= total)
+            break;
+    }
+    if (status == kDone || listing.count() != 0)
+        listing.end(total, session);
+    return status;
+}
+
+}  // namespace
+
+void addItemCommands(CommandLine& line) {
+    auto options = std::make_shared<ItemOptions>();
+    line.add("items", "List the items that are candidates for upload",
+             [&line, options] { return items(line.json(), *options); })
+        .flag("--session", &options->session, "List the session files instead")
+        .flag("--files", &options->files, "List the files of each item below it")
+        .option("--start", "N", &options->start, "Begin with item N; the first is 0")
+        .option("--limit", "N", &options->limit, "List at most N items");
+}
+
+}  // namespace mediactl

@@ -1,0 +1,23 @@
+// mediactl: asks the camera's media database from a shell.
+#include <syslog.h>
+
+#include <cstdio>
+
+#include "tools/mediactl/command_line.h"
+
+int main(int argc, char** argv) {
+    using namespace mediactl;
+
+    openlog("mediactl", LOG_PERROR, LOG_USER);
+    CommandLine line;
+    addEventCommands(line);
+    addHistogramCommands(line);
+    addItemCommands(line);
+    addFileCommands(line);
+    addScanCommands(line);
+    addModelCommands(line);
+    const int status = line.run(argc, argv);
+    if (std::fflush(stdout) != 0 || std::ferror(stdout))
+        return fail("the output cannot be written: %m");
+    return status;
+}

@@ -1,0 +1,129 @@
+#include "tools/mediactl/record_json.h"
+
+#include <cstdio>
+
+#include "libvxMediaRTOSDB/src/member_mask.h"
+
+namespace mediactl {
+
+namespace {
+
+constexpr const char* kContentTypes[] = {
+    "single video",
+    "grouped video",
+    "chaptered video",
+    "time-lapse video",
+    "photo",
+    "burst",
+    "time lapse",
+    "session file",
+    "night lapse",
+    "night photo",
+    "continuous photos",
+    "",
+    "video from burst",
+};
+
+struct Attribute {
+    uint32_t bits;
+    const char* name;
+};
+constexpr Attribute kAttributes[] = {
+    {ITEM_ATTRIBUTE_PARENT_GUMI, "parent_gumi"},
+    {ITEM_ATTRIBUTE_EIS, "eis"},
+    {ITEM_ATTRIBUTE_PTA, "pta"},
+    {ITEM_ATTRIBUTE_AUDIO_STEREO, "stereo"},
+    {ITEM_ATTRIBUTE_AUDIO_WIND, "wind"},
+    {ITEM_ATTRIBUTE_AUDIO_AUTO, "auto"},
+    {ITEM_ATTRIBUTE_WDR, "wdr"},
+    {ITEM_ATTRIBUTE_RAW, "raw"},
+    {ITEM_ATTRIBUTE_TR, "tr"},
+    {ITEM_ATTRIBUTE_MP, "mp"},
+    {ITEM_ATTRIBUTE_HDR, "hdr"},
+};
+
+Json attributeNames(uint32_t attributes) {
+    Json names = Json::array();
+    for (const auto& attribute : kAttributes) {
+        if (attributes & attribute.bits)
+            names.push_back(attribute.name);
+    }
+    return names;
+}
+
+}  // namespace
+
+std::string contentTypeText(uint32_t contentType) {
+    std::string text = std::to_string(contentType);
+    if (contentType < std::size(kContentTypes))
+        text += std::string(" ") + kContentTypes[contentType];
+    return text;
+}
+
+std::string gumiText(const db_gumi& gumi) {
+    std::string text;
+    for (const uint8_t byte : gumi.bytes) {
+        char digits[3];
+        std::snprintf(digits, sizeof digits, "%02X", byte);
+        text += digits;
+    }
+    return text;
+}
+
+std::string nameText(std::span<const char> field) {
+    return {field.data(), strnlen(field.data(), field.size())};
+}
+
+Json itemJson(const db_item_record& item) {
+    return {
+        {"content_type", uint32_t{item.content_type}},
+        {"created", uint32_t{item.created}},
+        {"modified", uint32_t{item.modified}},
+        {"highlight_count", uint32_t{item.highlight_count}},
+        {"attributes", attributeNames(item.attributes)},
+        {"upload_status", uint32_t{item.upload_status}},
+        {"size_bytes", uint64_t{item.size}},
+        {"score", itemScore(item)},
+        {"rotation", uint32_t{item.rotation}},
+        {"field_of_view", uint32_t{item.field_of_view}},
+    };
+}
+
+Json groupJson(const db_group_info& group, std::span<const uint8_t> memberMask) {
+    Json missing = Json::array();
+    if (group.num_missing != 0)
+        forEachUnmarked(group, memberMask, group.num_missing,
+                        [&](uint32_t number) { missing.push_back(number); });
+    return {
+        {"group_number", uint32_t{group.group_number}},
+        {"first_number", uint32_t{group.first_number}},
+        {"last_number", uint32_t{group.last_number}},
+        {"missing", missing},
+        {"size_bytes", uint64_t{group.group_size}},
+    };
+}
+
+Json videoJson(const db_video_specific_info& video, std::span<const uint32_t> highlights) {
+    return {
+        {"duration_ms", uint32_t{video.duration_ms}},
+        {"ls", uint32_t{video.ls}},
+        {"profile", uint32_t{video.profile}},
+        {"avc_profile", uint32_t{video.avc_profile}},
+        {"clip", video.clip != 0},
+        {"highlight_count", uint32_t{video.highlight_count}},
+        {"highlights", highlights},
+    };
+}
+
+Json moreInfoJson(const db_more_info& info) {
+    return {
+        {"width", uint32_t{info.width}},
+        {"height", uint32_t{info.height}},
+        {"frame_rate_numerator", uint32_t{info.frame_rate_numerator}},
+        {"frame_rate_denominator", uint32_t{info.frame_rate_denominator}},
+        {"is_progressive", uint32_t{info.is_progressive}},
+        {"is_subsampled", uint32_t{info.is_subsampled}},
+    };
+}
+
+}  // namespace mediactl

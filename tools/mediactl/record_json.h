@@ -1,0 +1,27 @@
+// The records of the media database as members of a result.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "libvxMediaRTOSDB/src/db_item_record.h"
+#include "tools/mediactl/output.h"
+
+namespace mediactl {
+
+// The number and the name of a content type.
+std::string contentTypeText(uint32_t contentType);
+
+// 32 hexadecimal digits.
+std::string gumiText(const db_gumi& gumi);
+
+// A name as it stands in a record: it ends at its first zero or with the field.
+std::string nameText(std::span<const char> field);
+
+Json itemJson(const db_item_record& item);
+Json groupJson(const db_group_info& group, std::span<const uint8_t> memberMask);
+Json videoJson(const db_video_specific_info& video, std::span<const uint32_t> highlights);
+Json moreInfoJson(const db_more_info& info);
+
+}  // namespace mediactl

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <new>
 
+#include "vcore/heap_storage.h"
 #include "vcore/log_callback_list.h"
 
 static_assert(sizeof(void*) != 4 || sizeof(log_sink_t) == 9 * 4, "nine fields of 32 bits");
@@ -41,7 +42,7 @@ bool hasCallbacks(const log_sink_t* sink) {
 }  // namespace
 
 log_sink_t* log_sink_create() {
-    auto* const sink = static_cast<log_sink_t*>(calloc(1, sizeof(log_sink_t)));
+    auto* const sink = newStorage<log_sink_t>();
     if (sink == nullptr) {
         return nullptr;
     }

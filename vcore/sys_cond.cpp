@@ -1,12 +1,12 @@
 #include "vcore/sys_cond.h"
 
 #include <cerrno>
-#include <cstdlib>
 
 #include "vcore/deadline.h"
+#include "vcore/heap_storage.h"
 
 pthread_cond_t* sys_cond_create() {
-    return static_cast<pthread_cond_t*>(malloc(sizeof(pthread_cond_t)));
+    return newStorage<pthread_cond_t>();
 }
 
 int sys_cond_init(pthread_cond_t* cond, const pthread_condattr_t* attr) {
@@ -50,9 +50,5 @@ int sys_cond_broadcast(pthread_cond_t* cond) {
 }
 
 int sys_cond_free(pthread_cond_t* cond) {
-    if (cond == nullptr) {
-        return 1;
-    }
-    free(cond);
-    return 0;
+    return freeStorage(cond);
 }

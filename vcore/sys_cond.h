@@ -18,8 +18,7 @@ extern "C" {
 /* Other components find these by name. */
 #pragma GCC visibility push(default)
 
-/* Returns uninitialised storage for one condition variable, to be released with sys_cond_free, or
- * null. */
+/* Returns storage for one condition variable, to be released with sys_cond_free, or null. */
 pthread_cond_t* sys_cond_create(void);
 
 /* Makes the condition variable ready for use; attr may be null. */

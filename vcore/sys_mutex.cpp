@@ -1,6 +1,6 @@
 #include "vcore/sys_mutex.h"
 
-#include <cstdlib>
+#include "vcore/heap_storage.h"
 
 namespace {
 
@@ -18,7 +18,7 @@ int initRecursive(pthread_mutex_t* mutex) {
 }  // namespace
 
 pthread_mutex_t* sys_mutex_create() {
-    return static_cast<pthread_mutex_t*>(calloc(1, sizeof(pthread_mutex_t)));
+    return newStorage<pthread_mutex_t>();
 }
 
 int sys_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attr) {
@@ -48,16 +48,11 @@ int sys_mutex_unlock(pthread_mutex_t* mutex) {
 }
 
 int sys_mutex_destroy(pthread_mutex_t* mutex) {
-    if (mutex == nullptr) {
-        return 1;
-    }
-    const int result = pthread_mutex_destroy(mutex);
-    free(mutex);
-    return result;
+    return destroyAndFree(mutex, pthread_mutex_destroy);
 }
 
 pthread_mutexattr_t* sys_mutexattr_create() {
-    return static_cast<pthread_mutexattr_t*>(malloc(sizeof(pthread_mutexattr_t)));
+    return newStorage<pthread_mutexattr_t>();
 }
 
 int sys_mutexattr_init(pthread_mutexattr_t* attr) {
@@ -65,10 +60,5 @@ int sys_mutexattr_init(pthread_mutexattr_t* attr) {
 }
 
 int sys_mutexattr_destroy(pthread_mutexattr_t* attr) {
-    if (attr == nullptr) {
-        return 1;
-    }
-    const int result = pthread_mutexattr_destroy(attr);
-    free(attr);
-    return result;
+    return destroyAndFree(attr, pthread_mutexattr_destroy);
 }

@@ -36,8 +36,7 @@ int sys_mutex_unlock(pthread_mutex_t* mutex);
 /* Destroys the mutex and releases its storage, whatever the result. */
 int sys_mutex_destroy(pthread_mutex_t* mutex);
 
-/* Returns uninitialised storage for one attribute, to be released with sys_mutexattr_destroy, or
- * null. */
+/* Returns storage for one attribute, to be released with sys_mutexattr_destroy, or null. */
 pthread_mutexattr_t* sys_mutexattr_create(void);
 
 int sys_mutexattr_init(pthread_mutexattr_t* attr);

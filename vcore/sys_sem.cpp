@@ -2,14 +2,14 @@
 
 #include <fcntl.h>
 
-#include <cstdlib>
+#include "vcore/heap_storage.h"
 
 static_assert(sizeof(void*) != 4 || sizeof(sys_sem_t) == 3 * 4, "three fields of 32 bits");
 
 namespace {
 
 sys_sem_t* newHandle(sem_t* sem, uint32_t ownsStorage) {
-    auto* const handle = static_cast<sys_sem_t*>(calloc(1, sizeof(sys_sem_t)));
+    auto* const handle = newStorage<sys_sem_t>();
     if (handle != nullptr) {
         handle->sem = sem;
         handle->ownsStorage = ownsStorage;
@@ -41,7 +41,7 @@ int callUnlessBypassed(sys_sem_t* handle, int (*operation)(sem_t*)) {
 }  // namespace
 
 sys_sem_t* sys_sem_create(int pshared, unsigned value) {
-    auto* const sem = static_cast<sem_t*>(malloc(sizeof(sem_t)));
+    auto* const sem = newStorage<sem_t>();
     if (sem == nullptr) {
         return nullptr;
     }
@@ -92,12 +92,8 @@ int sys_sem_close(sys_sem_t* handle) {
 }
 
 int sys_sem_free(sys_sem_t* handle) {
-    if (handle == nullptr) {
-        return 1;
-    }
-    if (handle->ownsStorage != 0) {
+    if (handle != nullptr && handle->ownsStorage != 0) {
         free(handle->sem);
     }
-    free(handle);
-    return 0;
+    return freeStorage(handle);
 }

@@ -1,7 +1,8 @@
 #include "vcore/sys_thread.h"
 
-#include <cstdlib>
 #include <cstring>
+
+#include "vcore/heap_storage.h"
 
 static_assert(PTHREAD_CREATE_JOINABLE == 0 && PTHREAD_CREATE_DETACHED == 1);
 
@@ -10,7 +11,7 @@ sys_thread_t* sys_thread_create(const pthread_attr_t* attr, void* (*start)(void*
     if (start == nullptr) {
         return nullptr;
     }
-    auto* const handle = static_cast<sys_thread_t*>(calloc(1, sizeof(sys_thread_t)));
+    auto* const handle = newStorage<sys_thread_t>();
     if (handle == nullptr) {
         return nullptr;
     }
@@ -31,11 +32,7 @@ void sys_thread_exit(void* result) {
 }
 
 int sys_thread_free(sys_thread_t* handle) {
-    if (handle == nullptr) {
-        return 1;
-    }
-    free(handle);
-    return 0;
+    return freeStorage(handle);
 }
 
 int sys_thread_self(pthread_t* out) {
@@ -63,7 +60,7 @@ int sys_thread_join(sys_thread_t* handle, void** result) {
 }
 
 pthread_attr_t* sys_thread_attr_create() {
-    return static_cast<pthread_attr_t*>(calloc(1, sizeof(pthread_attr_t)));
+    return newStorage<pthread_attr_t>();
 }
 
 int sys_thread_attr_init(pthread_attr_t* attr) {
@@ -78,10 +75,5 @@ int sys_thread_attr_set_detached(pthread_attr_t* attr, int state) {
 }
 
 int sys_thread_attr_destroy(pthread_attr_t* attr) {
-    if (attr == nullptr) {
-        return 1;
-    }
-    const int result = pthread_attr_destroy(attr);
-    free(attr);
-    return result;
+    return destroyAndFree(attr, pthread_attr_destroy);
 }

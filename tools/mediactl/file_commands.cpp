@@ -1,4 +1,5 @@
 // info, gumi, set-status: questions about one file and the write of its upload status.
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <memory>
@@ -100,7 +101,9 @@ class FileInfo {
         if (succeeded("getVideoSpecificInfo",
                       getVideoSpecificInfo(mFs.c_str(), &video, nullptr, highlights.data(),
                                            kMaxHighlights)))
-            mResult["video"] = videoJson(video, std::span(highlights).first(video.highlight_count));
+            mResult["video"] = videoJson(
+                video, std::span(highlights)
+                           .first(std::min<size_t>(video.highlight_count, kMaxHighlights)));
     }
 
     void addGumi() {
@@ -108,8 +111,8 @@ class FileInfo {
         db_gumi parent;
         if (!succeeded("getFileGUMI", getFileGUMI(mFs.c_str(), &gumi, &parent)))
             return;
-        mResult["gumi"] = gumiText(gumi);
-        mResult["parent_gumi"] = gumiText(parent);
+        mResult["gumi"] = gumiJson(gumi);
+        mResult["parent_gumi"] = gumiJson(parent);
     }
 
     void addMoreInfo() {

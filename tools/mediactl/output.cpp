@@ -71,7 +71,7 @@ void printCells(const std::vector<Column>& columns, CellOf cellOf) {
     const char* separator = "";
     for (const auto& column : columns) {
         std::printf("%s%*s", separator, column.width, cellOf(column).c_str());
-        separator = "  ";
+        separator = " ";
     }
     std::printf("\n");
 }

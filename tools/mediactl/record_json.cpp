@@ -1,6 +1,8 @@
 #include "tools/mediactl/record_json.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 #include "libvxMediaRTOSDB/src/member_mask.h"
 
@@ -60,7 +62,9 @@ std::string contentTypeText(uint32_t contentType) {
     return text;
 }
 
-std::string gumiText(const db_gumi& gumi) {
+Json gumiJson(const db_gumi& gumi) {
+    if (std::ranges::all_of(gumi.bytes, [](uint8_t byte) { return byte == 0; }))
+        return nullptr;
     std::string text;
     for (const uint8_t byte : gumi.bytes) {
         char digits[3];

@@ -13,8 +13,8 @@ namespace mediactl {
 // The number and the name of a content type.
 std::string contentTypeText(uint32_t contentType);
 
-// 32 hexadecimal digits.
-std::string gumiText(const db_gumi& gumi);
+// 32 hexadecimal digits; null for a GUMI of zeros, which stands for none.
+Json gumiJson(const db_gumi& gumi);
 
 // A name as it stands in a record: it ends at its first zero or with the field.
 std::string nameText(std::span<const char> field);

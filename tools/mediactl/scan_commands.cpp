@@ -23,7 +23,8 @@ int scan(bool json, const std::string& directory) {
         listing.add({{"file_name", nameText(entry.file_name)},
                      {"word1", uint32_t{entry.word1}},
                      {"word2", uint32_t{entry.word2}}});
-    listing.end({{"directory", directory}});
+    if (result == 0 || count != 0)
+        listing.end({{"directory", directory}});
     return result == 0 ? kDone : fail("the scan of %s failed (%d)", directory.c_str(), result);
 }
 

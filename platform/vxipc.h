@@ -31,7 +31,8 @@ int vxIpcInit(const char* channel, vxIpcEndpoint* endpoint);
 int vxIpcSend(vxIpcEndpoint* endpoint, const void* message, int length);
 
 /* Receives one whole message into the caller's buffer of size bytes.
- * Returns the message's length, zero included, or a negative number on failure. */
+ * Returns the message's length, zero included, or a negative number on failure; a message longer
+ * than size is a failure. */
 int vxIpcReceive(vxIpcEndpoint* endpoint, void* buffer, int size);
 
 /* Closes the endpoint. */

@@ -21,8 +21,3 @@ void checkToken(uint32_t responseToken, const db_request_header& request);
 // Returns how many items of a list page that starts at an index count: no more than there are from
 // there on in all, by the distance in 32 bits. A cut is logged.
 [[nodiscard]] uint32_t itemsOfPage(const db_list_response_header& page, uint32_t startingIndex);
-
-// Returns the tag that a request carries for a pointer: its low 32 bits.
-inline uint32_t tokenOf(const void* pointer) {
-    return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(pointer));
-}

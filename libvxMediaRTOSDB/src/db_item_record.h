@@ -126,9 +126,3 @@ struct db_more_info {
     u32le reserved;
 };
 static_assert(sizeof(db_more_info) == 28 && alignof(db_more_info) == 1);
-
-// Identifies one media item.
-struct db_gumi {
-    uint8_t bytes[kGumiSize];
-};
-static_assert(sizeof(db_gumi) == 16 && alignof(db_gumi) == 1);

@@ -7,23 +7,8 @@
 
 namespace {
 
-// The width of "Request: " and of "ResponseHeader: ", under which the further fields stand.
-constexpr int kRequestIndent = 9;
-constexpr int kResponseIndent = 16;
-
 int flag(uint32_t word, uint32_t bit) {
     return (word & bit) != 0;
-}
-
-void logListOptions(int indent, uint32_t options) {
-    UTIL_LOG(UTIL_LOG_DEBUG, "%*slist_options sort_order %d\n", indent, "",
-             flag(options, LIST_OPTION_SORT_ORDER));
-    UTIL_LOG(UTIL_LOG_DEBUG, "%*slist_options video_grouping %d\n", indent, "",
-             flag(options, LIST_OPTION_VIDEO_GROUPING));
-    UTIL_LOG(UTIL_LOG_DEBUG, "%*slist_options include_gumi %d\n", indent, "",
-             flag(options, LIST_OPTION_INCLUDE_GUMI));
-    UTIL_LOG(UTIL_LOG_DEBUG, "%*slist_options include_more_info %d\n", indent, "",
-             flag(options, LIST_OPTION_INCLUDE_MORE_INFO));
 }
 
 void logCommandAndCount(const db_request_header& request) {
@@ -46,7 +31,14 @@ void logRequest(const db_request_header& request) {
 void logRequest(const db_list_request& request) {
     logRequest(request.header);
     UTIL_LOG(UTIL_LOG_DEBUG, "         starting_index %d\n", uint32_t{request.starting_index});
-    logListOptions(kRequestIndent, request.list_options);
+    UTIL_LOG(UTIL_LOG_DEBUG, "         list_options sort_order %d\n",
+             flag(request.list_options, LIST_OPTION_SORT_ORDER));
+    UTIL_LOG(UTIL_LOG_DEBUG, "         list_options video_grouping %d\n",
+             flag(request.list_options, LIST_OPTION_VIDEO_GROUPING));
+    UTIL_LOG(UTIL_LOG_DEBUG, "         list_options include_gumi %d\n",
+             flag(request.list_options, LIST_OPTION_INCLUDE_GUMI));
+    UTIL_LOG(UTIL_LOG_DEBUG, "         list_options include_more_info %d\n",
+             flag(request.list_options, LIST_OPTION_INCLUDE_MORE_INFO));
     UTIL_LOG(UTIL_LOG_DEBUG, "         query_options 0x%08X\n", uint32_t{request.query_options});
     UTIL_LOG(UTIL_LOG_DEBUG, "         query_options RTOS_DB_QUERY_METADATA_SESSION_FILES: %d\n",
              flag(request.query_options, RTOS_DB_QUERY_METADATA_SESSION_FILES));
@@ -87,7 +79,14 @@ void logResponse(const db_response_header& response) {
 void logResponse(const db_list_response_header& response) {
     logResponse(response.header);
     UTIL_LOG(UTIL_LOG_DEBUG, "                start_index %d\n", uint32_t{response.start_index});
-    logListOptions(kResponseIndent, response.list_options);
+    UTIL_LOG(UTIL_LOG_DEBUG, "                list_options sort_order %d\n",
+             flag(response.list_options, LIST_OPTION_SORT_ORDER));
+    UTIL_LOG(UTIL_LOG_DEBUG, "                list_options video_grouping %d\n",
+             flag(response.list_options, LIST_OPTION_VIDEO_GROUPING));
+    UTIL_LOG(UTIL_LOG_DEBUG, "                list_options include_gumi %d\n",
+             flag(response.list_options, LIST_OPTION_INCLUDE_GUMI));
+    UTIL_LOG(UTIL_LOG_DEBUG, "                list_options include_more_info %d\n",
+             flag(response.list_options, LIST_OPTION_INCLUDE_MORE_INFO));
     UTIL_LOG(UTIL_LOG_DEBUG, "                query_options 0x%08X\n",
              uint32_t{response.query_options});
     UTIL_LOG(UTIL_LOG_DEBUG, "                total_entries %d\n",

@@ -86,9 +86,15 @@ struct db_files_request {
 static_assert(sizeof(db_files_request) == 1492);  // a message has at most 1500 bytes
 static_assert(offsetof(db_files_request, files) == 12);
 
+// Identifies one media item.
+struct db_gumi {
+    uint8_t bytes[kGumiSize];
+};
+static_assert(sizeof(db_gumi) == 16 && alignof(db_gumi) == 1);
+
 struct db_gumi_request {
     db_request_header header;
-    uint8_t gumi[kGumiSize];
+    db_gumi gumi;
 };
 static_assert(sizeof(db_gumi_request) == 28);
 

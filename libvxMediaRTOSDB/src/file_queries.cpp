@@ -167,7 +167,7 @@ int getContentInfoByGUMI(const db_gumi* gumi, char* fs) {
         return -1;
     }
     db_gumi_request request;
-    std::memcpy(request.gumi, gumi, sizeof *gumi);
+    request.gumi = *gumi;
     return directQuery(kContentInfoByGumi, request, [&](RecordReader answer) {
         std::memcpy(fs, answer.read<db_file_name>(), sizeof(db_file_name));
         return true;

@@ -11,6 +11,7 @@
 #include "libvxMediaRTOSDB/src/http_status.h"
 #include "libvxMediaRTOSDB/src/item_reader.h"
 #include "libvxMediaRTOSDB/src/name_fields.h"
+#include "libvxMediaRTOSDB/src/request_header.h"
 #include "libvxMediaRTOSDB/src/retry_pause.h"
 #include "libvxMediaRTOSDB/src/util_log.h"
 

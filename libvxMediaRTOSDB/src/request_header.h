@@ -3,8 +3,12 @@
 
 #include <cstdint>
 
-#include "libvxMediaRTOSDB/src/db_checks.h"
 #include "libvxMediaRTOSDB/src/db_requests.h"
+
+// Returns the tag that a request carries for a pointer: its low 32 bits.
+inline uint32_t tokenOf(const void* pointer) {
+    return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(pointer));
+}
 
 inline void fillHeader(db_request_header* header, DbCommand command, uint32_t requestCount,
                        const void* token) {

@@ -2,6 +2,9 @@
 //
 // A connection lives in the caller's frame for one query: rtosConnectionCtor, one or more
 // exchanges, rtosConnectionDtor. No heap memory is used.
+//
+// A null argument of rtosCall or rtosConnectionRecv, a receive size of 0 and a negative send size
+// are programming errors: they end the process with exit status 255.
 #pragma once
 
 #include "platform/vxipc.h"
@@ -26,8 +29,8 @@ void rtosConnectionDtor(rtosConnection* pRtosConn);
 // Returns the channel's result, negative on failure.
 [[nodiscard]] int rtosConnectionSend(rtosConnection* pRtosConn, const void* pSrc, int szSrc);
 
-// Receives one response into pDest, of szDest bytes, after clearing it: bytes that do not come
-// read as zero. Dumps what came at UTIL_LOG_TRACE.
+// Receives one response into pDest, of szDest bytes, above 0, after clearing it: bytes that do not
+// come read as zero. Dumps what came at UTIL_LOG_TRACE.
 // Returns the number of bytes received, zero included, or the channel's negative result.
 [[nodiscard]] int rtosConnectionRecv(rtosConnection* pRtosConn, void* pDest, int szDest);
 

@@ -215,20 +215,40 @@ TEST_F(UploadQueries, SayWhatGoesWrong) {
 
 TEST_F(UploadQueries, LogWhatGoesOverTheChannel) {
     g_logLevel = UTIL_LOG_DEBUG;
-    const Bytes group = join({itemRecord(6, "V0010001.JPG"), groupInfo(1, 2, 3, 1), words({0x80})});
-    platform.then(reply(join({listHeader(1, 0), group})), 2);
+    const Bytes group = join(
+        {itemRecord(6, "V0010001.JPG"), kGumi, Bytes(28), groupInfo(1, 2, 3, 1), words({0x80})});
+    platform.then(reply(join({listHeader(1, 13), group})), 2);
     EXPECT_EQ(fetch(dbGetZEPItems).result, 1);
     EXPECT_EQ(fetch(dbGetZEPSessionFileList).result, 1);
     EXPECT_EQ(dbSetZEPUploadStatus("100VMEDI", "VXMF0012.MP4", 5, nullptr), -1);
+    size_t next = 0;
     for (const char* line :
-         {"Request: command_type 0\n", "         list_options sort_order 0\n",
-          "         list_options video_grouping 1\n", "                session_id 0x5E551011\n",
-          "         query_options RTOS_DB_QUERY_METADATA_SESSION_FILES: 1\n",
+         {"Request: command_type 0\n",
+          "         list_options sort_order 0\n",
+          "         list_options video_grouping 1\n",
+          "         list_options include_gumi 0\n",
+          "         list_options include_more_info 0\n",
+          "         query_options 0xFFFFFB00\n",
+          "         query_options RTOS_DB_QUERY_METADATA_SESSION_FILES: 0\n",
           "queryRTOSdb() req->command_type:0, list_options:0x2,2, query_options:0xfffffb00,-1280",
-          "ResponseHeader: command_type 0\n", "                list_options video_grouping 0\n",
-          "filename: V0010001.JPG format: V%03d%04d.JPG\n", "missing:", "80 ",
-          "groupInfo->group_size, 8589934595\n", "         file_name VXMF0012.MP4\n"})
-        EXPECT_TRUE(platform.logged(std::string("UTIL_LOG_DEBUG:") + line + " @")) << line;
+          "ResponseHeader: command_type 0\n",
+          "                list_options sort_order 1\n",
+          "                list_options video_grouping 0\n",
+          "                list_options include_gumi 1\n",
+          "                list_options include_more_info 1\n",
+          "                session_id 0x5E551011\n",
+          "groupInfo->group_size, 8589934595\n",
+          "missing:",
+          "80 ",
+          "filename: V0010001.JPG format: V%03d%04d.JPG\n",
+          "         query_options RTOS_DB_QUERY_METADATA_SESSION_FILES: 1\n",
+          "         file_name VXMF0012.MP4\n",
+          "         upload_status 5\n"}) {
+        const std::string logged = std::string("UTIL_LOG_DEBUG:") + line + " @";
+        while (next < platform.logs.size() && !platform.logs[next].starts_with(logged))
+            next++;
+        ASSERT_LT(next, platform.logs.size()) << "not logged in this order: " << line;
+    }
     const std::string time = " time 0 sec, [0-9]+ usec, count_";
     for (const std::string& tail : {"Items" + time + "returned:1\n", "List" + time + "retured:1\n"})
         EXPECT_THAT(platform.logs, testing::Contains(testing::ContainsRegex("dbGetZEP.*" + tail)));

@@ -2,86 +2,79 @@
 // or changes its session at a chosen exchange.
 #pragma once
 
-#include <limits>
-#include <string>
-#include <vector>
-
 #include "libvxMediaRTOSDB/src/db_responses.h"
-#include "platform/vxipc.h"
+#include "tests/support/captured_sink.h"
 #include "tests/support/db_replies.h"
+#include "vcore/logger.h"
 
 struct CardItem {
     uint32_t type;
     std::string fileName;
     uint32_t group = 0, first = 0, last = 0;
     uint32_t mebibytes = 0, highlights = 0, created = 0, clip = 0, status = 0;
-
-    scripted::Bytes record() const {
-        using namespace scripted;
-        Bytes bytes = itemRecord(type, fileName, highlights);
-        const Bytes size = words({mebibytes << 20, mebibytes >> 12});
-        putWord(bytes, offsetof(db_item_record, created), created);
-        putWord(bytes, offsetof(db_item_record, upload_status), status);
-        std::copy(size.begin(), size.end(), bytes.begin() + offsetof(db_item_record, size));
-        if (isGroup(type)) {
-            append(bytes, join({words({group, first, last, 0}), size}));
-            append(bytes, isPhotoGroup(type) && highlights != 0 ? words({1}) : Bytes{});
-        } else if (isVideo(type)) {
-            append(bytes, videoInfo(1000, 0, clip));
-        }
-        return bytes;
-    }
 };
 
 struct CardDatabase {
-    static constexpr int kNever = std::numeric_limits<int>::max();
-
-    std::vector<CardItem> items;
-    std::vector<CardItem> sessionFiles;
-    int failingExchange = kNever;     // from 1; every attempt at it fails
-    int changingExchange = kNever;    // from 1; the session id is another from it on
-    uint32_t claimedItems = 0;        // items that a page claims and does not hold
-    std::vector<std::string> folded;  // files whose status was set to 5
+    std::vector<CardItem> items = {};
+    std::vector<CardItem> sessionFiles = {};
+    int failingExchange = 0;               // from 1; every attempt at it fails
+    int changingExchange = 0;              // from 1; the session id is another from it on
+    uint32_t claimedItems = 0;             // items that a page claims and does not hold
+    std::vector<std::string> folded = {};  // files whose status was set to 5
 
     // Answers the scripted platform's requests from now on. The database must outlive their use.
     void serve() {
         scripted::reset();
         folded.clear();
-        scripted::platform.answer = [this](const auto& request) { return answer(request); };
+        scripted::platform.answer = [this](const scripted::Bytes& request) {
+            if (scripted::platform.opened == failingExchange) {
+                return scripted::sendFails();
+            }
+            const uint32_t command = scripted::wordAt(request, 0);
+            if (command == DB_CMD_WRITE_UPLOAD_STATUS && scripted::wordAt(request, 32) == 5) {
+                folded.emplace_back(request.begin() + 20, request.begin() + 32);
+            }
+            return scripted::reply(command == DB_CMD_LIST ? page(request)
+                                                          : scripted::responseHeader(command, 1));
+        };
     }
 
   private:
-    scripted::Exchange answer(const scripted::Bytes& request) {
-        const uint32_t command = scripted::wordAt(request, 0);
-        if (scripted::platform.opened == failingExchange) {
-            return scripted::sendFails();
+    static scripted::Bytes record(const CardItem& item) {
+        using namespace scripted;
+        Bytes bytes = itemRecord(item.type, item.fileName, item.highlights);
+        const Bytes size = words({item.mebibytes << 20, item.mebibytes >> 12});
+        putWord(bytes, offsetof(db_item_record, created), item.created);
+        putWord(bytes, offsetof(db_item_record, upload_status), item.status);
+        std::copy(size.begin(), size.end(), bytes.begin() + offsetof(db_item_record, size));
+        if (isGroup(item.type)) {
+            append(bytes, join({words({item.group, item.first, item.last, 0}), size}));
+            append(bytes, isPhotoGroup(item.type) && item.highlights != 0 ? words({1}) : Bytes{});
+        } else if (isVideo(item.type)) {
+            append(bytes, videoInfo(1000, 0, item.clip));
         }
-        if (command == DB_CMD_LIST) {
-            return scripted::reply(page(request));
-        }
-        if (command == DB_CMD_WRITE_UPLOAD_STATUS && scripted::wordAt(request, 32) == 5) {
-            folded.emplace_back(request.begin() + 20, request.begin() + 32);
-        }
-        return scripted::reply(scripted::responseHeader(command, 1));
+        return bytes;
     }
 
     scripted::Bytes page(const scripted::Bytes& request) const {
         const auto word = [&](size_t offset) { return scripted::wordAt(request, offset); };
         const auto& list = (word(20) & QUERY_OPTION_VIDEO) != 0 ? items : sessionFiles;
-        const uint32_t session = scripted::platform.opened >= changingExchange ? 8 : 7;
+        const auto total = static_cast<uint32_t>(list.size());
+        const bool changed = changingExchange > 0 && scripted::platform.opened >= changingExchange;
         scripted::Bytes records;
         uint32_t count = 0;
-        for (; count < word(4) && word(12) + count < list.size(); ++count) {
-            const scripted::Bytes next = list[word(12) + count].record();
-            if (sizeof(db_list_response_header) + records.size() + next.size() >
-                kResponseBufferSize) {
-                break;
-            }
-            scripted::append(records, next);
+        // A page ends where another record might not fit.
+        for (; count < word(4) && word(12) + count < total && records.size() < 1300; ++count) {
+            scripted::append(records, record(list[word(12) + count]));
         }
-        return scripted::join({scripted::responseHeader(DB_CMD_LIST, count + claimedItems),
-                               scripted::words({word(12), word(16), word(20),
-                                                static_cast<uint32_t>(list.size()), session}),
-                               records});
+        return scripted::join(
+            {scripted::responseHeader(DB_CMD_LIST, count + claimedItems),
+             scripted::words({word(12), word(16), word(20), total, changed ? 8u : 7u}), records});
     }
+};
+
+// The logger's lines as long as this lives.
+struct CapturedLog : CapturedSink {
+    CapturedLog() { vcore::Logger::attach(*this); }
+    ~CapturedLog() { vcore::Logger::attach(nullptr); }
 };

@@ -5,7 +5,7 @@
 #include <ctime>
 #include <thread>
 
-#include "tests/vcore/captured_sink.h"
+#include "tests/support/captured_sink.h"
 
 namespace {
 

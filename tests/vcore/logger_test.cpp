@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "tests/vcore/captured_sink.h"
+#include "tests/support/captured_sink.h"
 #include "vcore/log.h"
 #include "vcore/tracer.h"
 

@@ -6,7 +6,6 @@
 namespace {
 
 using scripted::platform;
-using scripted::wordAt;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -30,8 +29,8 @@ CardDatabase sampleCard() {
 Files paths(const std::string& prefix, int first, int last, const char* extension = ".JPG") {
     Files files;
     for (int i = first; i <= last; ++i) {
-        const std::string number = std::to_string(10000 + i).substr(1);
-        files.push_back("/tmp/fuse_d/DCIM/100VMEDI/" + prefix + number + extension);
+        files.push_back("/tmp/fuse_d/DCIM/100VMEDI/" + prefix);
+        files.back().append(std::to_string(10000 + i).substr(1)).append(extension);
     }
     return files;
 }

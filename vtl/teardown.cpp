@@ -60,17 +60,16 @@ class Teardown {
 
   private:
     void takeContents(const vtl_value& value) {
-        if (!hasChain(&value)) {
-            return;
-        }
-        vtl_chain& chain = *value.payload.chain;
         const auto destroy = value.ops.destroy;
-        if (value.type == VTL_TYPE_LIST && destroy == vtl_list_destroy) {
-            addValues(chain);
-        } else if (value.type == VTL_TYPE_DICT && destroy == vtl_dict_destroy && value.owns == 1) {
-            addEntries(chain);
-        } else if (value.type == VTL_TYPE_STACK && mStackElements == StackElements::kDestroy) {
-            addValues(chain);
+        const bool list = value.type == VTL_TYPE_LIST && destroy == vtl_list_destroy;
+        const bool stack =
+            value.type == VTL_TYPE_STACK && mStackElements == StackElements::kDestroy;
+        const bool dict =
+            value.type == VTL_TYPE_DICT && destroy == vtl_dict_destroy && value.owns == 1;
+        if ((list || stack) && hasChain(&value)) {
+            addValues(*value.payload.chain);
+        } else if (dict && hasChain(&value)) {
+            addEntries(*value.payload.chain);
         }
     }
 

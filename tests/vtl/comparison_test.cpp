@@ -1,4 +1,5 @@
 #include <cfloat>
+#include <utility>
 
 #include "tests/vtl/values.h"
 #include "vtl/list.h"
@@ -45,25 +46,20 @@ TEST(Comparison, GivesTheBitsOfEveryPair) {
     EXPECT_EQ(vtl_value_compare(blank.get(), blank.get()), 1U);
 }
 
+unsigned compared(vtl_value* a, vtl_value* b) {
+    return vtl_value_compare(Value(a).get(), Value(b).get());
+}
+
 TEST(Comparison, MeasuresTextsAndSmallDifferences) {
-    const struct {
-        vtl_value* a;
-        vtl_value* b;
-        unsigned bits;
-    } cases[] = {
-        {vtl_string_create_from("a"), vtl_string_create_from("a"), 9},
-        {vtl_string_create_from("b"), vtl_string_create_from("a"), 3},
-        {vtl_int_create_from(0), vtl_double_create_from(9e-7), 8},
-        {vtl_int_create_from(0), vtl_double_create_from(-9e-7), 8},
-        {vtl_int_create_from(0), vtl_double_create_from(1.1e-6), 2},
-        {vtl_int_create_from(0), vtl_double_create_from(-1.1e-6), 4},
-        {vtl_int_create_from(INT32_MIN), vtl_int_create_from(INT32_MAX), 3},
-        {vtl_double_create_from(-DBL_MAX), vtl_string_create_from(std::to_string(-DBL_MAX).c_str()),
-         8},
-    };
-    for (const auto& [a, b, bits] : cases) {
-        const Value owners[] = {Value(a), Value(b)};
-        EXPECT_EQ(vtl_value_compare(a, b), bits) << shown(a) << " with " << shown(b);
+    const auto text = vtl_string_create_from;
+    EXPECT_EQ(compared(text("a"), text("a")), 9U);
+    EXPECT_EQ(compared(text("b"), text("a")), 3U);
+    EXPECT_EQ(compared(vtl_int_create_from(INT32_MIN), vtl_int_create_from(INT32_MAX)), 3U);
+    EXPECT_EQ(compared(vtl_double_create_from(-DBL_MAX), text(std::to_string(-DBL_MAX).c_str())),
+              8U);
+    for (const auto& [number, bits] :
+         {std::pair{9e-7, 8U}, {-9e-7, 8U}, {1.1e-6, 2U}, {-1.1e-6, 4U}}) {
+        EXPECT_EQ(compared(vtl_int_create_from(0), vtl_double_create_from(number)), bits) << number;
     }
 }
 

@@ -16,8 +16,16 @@ struct Command {
 
 constexpr Command kCommands[] = {
     {DB_CMD_LIST, "list", answerList},
+    {DB_CMD_CONTENT_INFO, "content info", answerContentInfo},
+    {DB_CMD_GROUP_CONTENT_INFO, "group content info", answerGroupContentInfo},
+    {DB_CMD_VIDEO_SPECIFIC_INFO, "video specific info", answerVideoSpecificInfo},
+    {DB_CMD_CONTENT_INFO_BY_GUMI, "content info by GUMI", answerContentInfoByGumi},
+    {DB_CMD_FILE_GUMI, "file GUMI", answerFileGumi},
+    {DB_CMD_MORE_INFO, "more info", answerMoreInfo},
     {DB_CMD_WRITE_UPLOAD_STATUS, "write upload status", answerWriteUploadStatus},
     {DB_CMD_MEDIA_HISTOGRAM, "media histogram", answerMediaHistogram},
+    {DB_CMD_LIST_WITH_PARAMETERS, "list with parameters", answerListWithParameters},
+    {DB_CMD_NON_DB_SCANDIR, "directory scan", answerScan},
 };
 
 const Command* findCommand(uint32_t number) {

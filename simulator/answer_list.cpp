@@ -1,5 +1,6 @@
 // Pages of the media list.
 #include <algorithm>
+#include <limits>
 
 #include "simulator/answers.h"
 #include "simulator/item_records.h"
@@ -18,6 +19,16 @@ struct Entry {
     bool asGroup;
 };
 
+struct CreatedRange {
+    uint32_t first = 0;
+    uint32_t last = std::numeric_limits<uint32_t>::max();
+
+    [[nodiscard]] bool holds(const MediaItem& item) const {
+        const uint32_t created = item.leader().record.created;
+        return created >= first && created <= last;
+    }
+};
+
 // The query options under which an item is listed.
 uint32_t kindsOf(const MediaItem& item) {
     if (item.isSessionFile || item.contentType() == DB_CONTENT_TYPE_SESSION_FILE) {
@@ -33,11 +44,12 @@ bool isListed(const MediaItem& item, uint32_t queryOptions) {
     return (queryOptions & kKinds) == 0 || (queryOptions & kindsOf(item)) != 0;
 }
 
-std::vector<Entry> entriesOf(const Database& database, const db_list_request& request) {
+std::vector<Entry> entriesOf(const Database& database, const db_list_request& request,
+                             const CreatedRange& range = {}) {
     const bool groupVideos = (request.list_options & LIST_OPTION_VIDEO_GROUPING) != 0;
     std::vector<Entry> entries;
     for (const MediaItem& item : database.items()) {
-        if (!isListed(item, request.query_options)) {
+        if (!isListed(item, request.query_options) || !range.holds(item)) {
             continue;
         }
         if (isVideoGroup(item.contentType()) && !groupVideos) {
@@ -58,10 +70,7 @@ Message entryRecords(const Entry& entry, uint32_t listOptions) {
     Message records;
     appendItemRecord(records, *entry.item, *entry.file);
     if ((listOptions & LIST_OPTION_INCLUDE_GUMI) != 0) {
-        appendRecord(records, entry.file->gumi);
-        if ((entry.file->record.attributes & ITEM_ATTRIBUTE_PARENT_GUMI) != 0) {
-            appendRecord(records, entry.file->parentGumi);
-        }
+        appendGumis(records, *entry.file);
     }
     if ((listOptions & LIST_OPTION_INCLUDE_MORE_INFO) != 0) {
         appendRecord(records, entry.file->moreInfo);
@@ -89,15 +98,14 @@ Message page(const Database& database, const db_list_request& request,
     for (std::size_t index = request.starting_index;
          index < entries.size() && count < request.header.request_count; ++index, ++count) {
         const Message entry = entryRecords(entries[index], request.list_options);
-        if (sizeof(header) + records.size() + entry.size() > kMessageMax) {
+        if (!appendWhereItFits(records, entry, sizeof(header))) {
             break;
         }
-        records.insert(records.end(), entry.begin(), entry.end());
     }
     header.header = responseHeader(request.header, DB_STATUS_OK, count);
     Message reply;
     appendRecord(reply, header);
-    reply.insert(reply.end(), records.begin(), records.end());
+    appendBytes(reply, records);
     return reply;
 }
 
@@ -109,6 +117,20 @@ Answer answerList(Database& database, Request request) {
         return {};
     }
     return {page(database, *list, entriesOf(database, *list))};
+}
+
+// The two parameters select the items created from the first to the last of two times; 0 for the
+// last: to this day.
+Answer answerListWithParameters(Database& database, Request request) {
+    const auto asked = readRecord<db_list_with_parameters_request>(request);
+    if (!asked) {
+        return {};
+    }
+    CreatedRange range{.first = asked->param1};
+    if (asked->param2 != 0) {
+        range.last = asked->param2;
+    }
+    return {page(database, asked->list, entriesOf(database, asked->list, range))};
 }
 
 }  // namespace simulator

@@ -27,10 +27,6 @@ class Mask {
     Message mBytes;
 };
 
-void appendMask(Message& reply, const Mask& mask) {
-    reply.insert(reply.end(), mask.bytes().begin(), mask.bytes().end());
-}
-
 uint32_t highlightCount(const MediaItem& item, const MediaFile& file) {
     const bool ofNumbers = isPhotoGroup(item.contentType());
     return static_cast<uint32_t>(ofNumbers ? item.highlightedNumbers.size()
@@ -43,6 +39,13 @@ void appendItemRecord(Message& reply, const MediaItem& item, const MediaFile& fi
     db_item_record record = file.record;
     record.highlight_count = highlightCount(item, file);
     appendRecord(reply, record);
+}
+
+void appendGumis(Message& reply, const MediaFile& file) {
+    appendRecord(reply, file.gumi);
+    if ((file.record.attributes & ITEM_ATTRIBUTE_PARENT_GUMI) != 0) {
+        appendRecord(reply, file.parentGumi);
+    }
 }
 
 void appendVideoInfo(Message& reply, const MediaFile& file) {
@@ -75,7 +78,7 @@ void appendGroupInfo(Message& reply, const MediaItem& item) {
         for (const MediaFile& file : item.files) {
             members.mark(file.number);
         }
-        appendMask(reply, members);
+        appendBytes(reply, members.bytes());
     }
     if (isPhotoGroup(item.contentType()) && !item.highlightedNumbers.empty()) {
         Mask highlights(group);
@@ -85,8 +88,16 @@ void appendGroupInfo(Message& reply, const MediaItem& item) {
         for (const uint32_t number : item.highlightedNumbers) {
             highlights.clear(number);
         }
-        appendMask(reply, highlights);
+        appendBytes(reply, highlights.bytes());
     }
+}
+
+bool appendWhereItFits(Message& records, const Message& entry, std::size_t headerSize) {
+    if (headerSize + records.size() + entry.size() > kMessageMax) {
+        return false;
+    }
+    appendBytes(records, entry);
+    return true;
 }
 
 }  // namespace simulator

@@ -50,11 +50,14 @@ template <typename Record>
     return header;
 }
 
+inline void appendBytes(Message& message, std::span<const std::byte> bytes) {
+    message.insert(message.end(), bytes.begin(), bytes.end());
+}
+
 template <typename Record>
 void appendRecord(Message& message, const Record& record) {
     static_assert(std::is_trivially_copyable_v<Record> && alignof(Record) == 1);
-    const auto bytes = std::as_bytes(std::span(&record, 1));
-    message.insert(message.end(), bytes.begin(), bytes.end());
+    appendBytes(message, std::as_bytes(std::span(&record, 1)));
 }
 
 // A response without entries, or the start of one with count of them.

@@ -4,8 +4,8 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <csignal>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 
@@ -26,14 +26,11 @@ host::Reply echo(std::span<const std::byte> request) {
     return {.messages = {{request.begin(), request.end()}}};
 }
 
-// Sends a number and gives what comes back, or -1.
-int ask(vxIpcEndpoint& endpoint, int number) {
-    int answer = -1;
-    if (vxIpcSend(&endpoint, &number, sizeof(number)) < 0 ||
-        vxIpcReceive(&endpoint, &answer, sizeof(answer)) != sizeof(answer)) {
-        return -1;
-    }
-    return answer;
+// Sends a byte and gives the one that comes back, or -1.
+int ask(vxIpcEndpoint& endpoint, unsigned char byte) {
+    const bool answered =
+        vxIpcSend(&endpoint, &byte, 1) >= 0 && vxIpcReceive(&endpoint, &byte, 1) == 1;
+    return answered ? byte : -1;
 }
 
 TEST(ChannelServer, takesTheChannelOnlyWhenNobodyServesIt) {
@@ -51,11 +48,8 @@ TEST(ChannelServer, takesTheChannelOnlyWhenNobodyServesIt) {
     };
     {
         const ChannelThread live(kChannel, echo);
-        struct stat folder {};
-        struct stat socket {};
-        ASSERT_EQ(lstat(host::kChannelFolder, &folder) | lstat(kSocket.c_str(), &socket), 0);
-        EXPECT_EQ(folder.st_mode, S_IFDIR | 0700u);
-        EXPECT_EQ(socket.st_mode, S_IFSOCK | 0600u);
+        EXPECT_EQ(fs::status(host::kChannelFolder).permissions(), fs::perms(0700));
+        EXPECT_EQ(fs::status(kSocket).permissions(), fs::perms(0600));
         EXPECT_FALSE(opens()) << "served";
         EXPECT_TRUE(fs::exists(kSocket)) << "the live server's socket stays";
     }
@@ -64,9 +58,9 @@ TEST(ChannelServer, takesTheChannelOnlyWhenNobodyServesIt) {
     const auto address = *host::channelAddress(kChannel);
     {
         const host::UniqueFd dead = host::openMessageSocket();
-        ASSERT_EQ(bind(dead.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)),
-                  0);
-        ASSERT_EQ(chmod(kSocket.c_str(), 0600), 0);
+        const auto* place = reinterpret_cast<const sockaddr*>(&address);
+        ASSERT_EQ(bind(dead.get(), place, sizeof(address)), 0);
+        fs::permissions(kSocket, fs::perms(0600));
     }
     EXPECT_TRUE(opens()) << "stale";
 
@@ -82,28 +76,26 @@ TEST(ChannelServer, takesTheChannelOnlyWhenNobodyServesIt) {
 TEST(ChannelServer, servesManyConnectionsWhoeverReadsSlowly) {
     constexpr size_t kFlood = 400;
     const ChannelThread server(kChannel, [](std::span<const std::byte> request) {
-        const size_t messages = request.size() == 1 ? kFlood : 1;
+        const size_t messages = request[0] == std::byte{0} ? kFlood : 1;
         return host::Reply{
             .messages = std::vector<host::Message>(messages, {request.begin(), request.end()})};
     });
     vxIpcEndpoint slow{};
     ASSERT_GE(vxIpcInit(kChannel, &slow), 0);
-    ASSERT_GE(vxIpcSend(&slow, "f", 1), 0);
+    ASSERT_EQ(ask(slow, 0), 0);
 
     std::vector<vxIpcEndpoint> others(100);
     for (auto& endpoint : others) {
         ASSERT_GE(vxIpcInit(kChannel, &endpoint), 0);
     }
     for (int round = 0; round < 2; ++round) {
-        for (size_t i = 0; i < others.size(); ++i) {
-            EXPECT_EQ(ask(others[i], static_cast<int>(i)), static_cast<int>(i));
+        for (unsigned char i = 1; i <= others.size(); ++i) {
+            EXPECT_EQ(ask(others[i - 1u], i), i);
         }
     }
-    for (auto& endpoint : others) {
-        vxIpcDestroy(&endpoint);
-    }
-    char byte = 0;
-    for (size_t received = 0; received < kFlood; ++received) {
+    std::ranges::for_each(others, [](vxIpcEndpoint& endpoint) { vxIpcDestroy(&endpoint); });
+    char byte = 1;
+    for (size_t received = 1; received < kFlood; ++received) {
         ASSERT_EQ(vxIpcReceive(&slow, &byte, 1), 1) << received;
     }
     vxIpcDestroy(&slow);
@@ -115,9 +107,7 @@ TEST(ChannelServer, servesSeveralChannelsUntilASignalComes) {
         host::ChannelServer server;
         server.open("one", echo);
         server.open("two", [](std::span<const std::byte>) {
-            const int two = 2;
-            const auto bytes = std::as_bytes(std::span(&two, 1));
-            return host::Reply{.messages = {{bytes.begin(), bytes.end()}}};
+            return host::Reply{.messages = {{std::byte{2}}}};
         });
         server.run(stop.get());
     });

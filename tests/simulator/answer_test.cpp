@@ -1,210 +1,293 @@
+// The database library's queries against the sample card's database.
 #include "simulator/answer.h"
 
 #include <gmock/gmock.h>
 
+#include <set>
+
+#include "libvxMediaRTOSDB/src/directory_scan.h"
+#include "libvxMediaRTOSDB/src/file_queries.h"
+#include "libvxMediaRTOSDB/src/item_reader.h"
+#include "libvxMediaRTOSDB/src/list_query.h"
 #include "libvxMediaRTOSDB/src/member_mask.h"
-#include "libvxMediaRTOSDB/src/record_reader.h"
+#include "libvxMediaRTOSDB/src/name_fields.h"
+#include "libvxMediaRTOSDB/src/zep_queries.h"
+#include "platform/csi.h"
+#include "platform/host/settings_service.h"
 #include "simulator/card.h"
 #include "tests/simulator/sample_card.h"
+#include "tests/support/channel_thread.h"
 
 namespace {
 
+using simulator::appendRecord;
 using simulator::Message;
+using simulator::Request;
 using testing::ElementsAre;
 
 constexpr uint32_t kMainList = 0xFFFFFB00;
 constexpr uint32_t kSessionList = 0x2400;
 
-template <typename Record>
-RecordReader ask(simulator::Database& database, const Record& request, Message& reply) {
-    auto replies = answer(database, std::as_bytes(std::span(&request, 1)));
-    EXPECT_EQ(replies.size(), 1u);
-    reply = replies.at(0);
-    EXPECT_LE(reply.size(), kResponseBufferSize);
-    return RecordReader({reinterpret_cast<const uint8_t*>(reply.data()), reply.size()});
+class SimulatedDatabase : public testing::Test {
+  protected:
+    // Walks all pages; gives a line an entry.
+    std::vector<std::string> list(uint32_t pageSize, uint32_t listOptions, uint32_t queryOptions) {
+        std::vector<std::string> lines;
+        for (;;) {
+            uint8_t page[kResponseBufferSize];
+            int received = 0;
+            const auto start = static_cast<uint32_t>(lines.size());
+            EXPECT_EQ(
+                queryRTOSdb(pageSize, start, this, page, listOptions, queryOptions, &received), 0);
+            db_list_response_header header{};
+            std::memcpy(&header, page, sizeof(header));
+            EXPECT_EQ(header.session_id, 7u);
+            std::size_t offset = sizeof(header);
+            for (uint32_t i = 0; i < header.header.count_returned; ++i) {
+                ListItem item{};
+                EXPECT_EQ(
+                    readListItem(std::span(page).first(static_cast<std::size_t>(received)), offset,
+                                 {listOptions, ITEM_ATTRIBUTE_PARENT_GUMI,
+                                  (listOptions & LIST_OPTION_VIDEO_GROUPING) != 0},
+                                 &item),
+                    ItemStatus::kOk);
+                offset = item.nextOffset;
+                lines.push_back(describe(item));
+            }
+            EXPECT_EQ(offset, static_cast<std::size_t>(received)) << "nothing but whole entries";
+            if (header.header.count_returned == 0) {
+                EXPECT_EQ(header.total_entries, lines.size());
+                return lines;
+            }
+        }
+    }
+
+    static std::string describe(const ListItem& item) {
+        std::ostringstream line;
+        line << terminated(item.record->file_name).data();
+        if (item.gumi != nullptr) {
+            line << " gumi " << int{item.gumi->bytes[15]};
+        }
+        if (item.parentGumi != nullptr) {
+            line << " of " << int{item.parentGumi->bytes[15]};
+        }
+        if (item.moreInfo != nullptr) {
+            line << " width " << item.moreInfo->width;
+        }
+        if (item.videoInfo != nullptr) {
+            line << " ms " << item.videoInfo->duration_ms;
+        }
+        for (const u32le& highlight : item.highlights) {
+            line << " hi " << highlight;
+        }
+        if (item.group != nullptr) {
+            line << " group " << item.group->group_number << " without";
+            forEachUnmarked(*item.group, item.memberMask, item.group->num_missing,
+                            [&](uint32_t number) { line << ' ' << number; });
+            line << " of " << numberCount(*item.group);
+        }
+        if (!item.highlightMask.empty()) {
+            forEachUnmarked(*item.group, item.highlightMask, item.record->highlight_count,
+                            [&](uint32_t number) { line << " hi " << number; });
+        }
+        return line.str();
+    }
+
+    simulator::Database mDatabase = simulator::loadCard(sampleCard());
+    ChannelThread mServer{"rtos_media_db", [this](Request request) {
+                              return host::Reply{.messages = answer(mDatabase, request)};
+                          }};
+    ChannelThread mSettings{host::kSettingsChannel, [](Request request) {
+                                return host::Reply{.messages = {host::answerSettingRequest(
+                                                       {{CSI_MODEL_NUMBER, 51}}, request)}};
+                            }};
+};
+
+TEST_F(SimulatedDatabase, listsByKindPageByPage) {
+    const auto photosAndVideos = ElementsAre(
+        "VXMF0008.JPG gumi 0 width 0", "VPAB0061.JPG gumi 0 width 0 group 1002 without of 15",
+        "VPAB0031.JPG gumi 0 width 0 group 1002 without of 30",
+        "VXMF0006.MP4 gumi 0 width 0 ms 24000", "VXMF0005.MP4 gumi 5 of 3 width 0 ms 9000",
+        "VXMF0004.MP4 gumi 4 width 5312 group 4 without of 3",
+        "VXMF0003.MP4 gumi 3 width 3840 ms 62400 hi 1500 hi 30250",
+        "VXMF0002.JPG gumi 2 width 5568", "VXMF0001.JPG gumi 1 width 5568",
+        "VPAB0001.JPG gumi 6 width 0 group 1002 without of 30",
+        "VHAA0001.MP4 gumi 0 width 0 group 1001 without of 3",
+        "V0010001.JPG gumi 0 width 0 group 1 without 4 of 12 hi 2 hi 7");
+    for (const uint32_t pageSize : {1u, 2u, 15u, 1000u}) {
+        EXPECT_THAT(list(pageSize, 0xF, kMainList), photosAndVideos) << pageSize;
+    }
+    EXPECT_THAT(list(15, 0, kSessionList), ElementsAre("VXMF0007.MP4 ms 4000"));
+    EXPECT_THAT(list(15, 0, QUERY_OPTION_RAW), ElementsAre("VXMF0002.JPG"));
+    EXPECT_THAT(list(5, 0, QUERY_OPTION_VIDEO),
+                testing::AllOf(testing::SizeIs(9),
+                               testing::Contains("VX020004.MP4 ms 527000 hi 400 hi 500000")));
+    EXPECT_EQ(list(15, 2, 0).size(), 13u);
+    EXPECT_EQ(list(15, 2, 0xF00).size(), 13u);
+    EXPECT_EQ(list(15, 2, QUERY_OPTION_PHOTO).size(), 7u);
+
+    mDatabase = simulator::loadCard(makeCard(
+        {"100VXCAM/VPAA0001.JPG", "100VXCAM/VPAA4096.JPG"},
+        R"({"session_id": 7, "files": {"100VXCAM/VPAA0001.JPG": {"highlights": [4096]}}})"));
+    EXPECT_EQ(list(15, 0xF, 0).size(), 1u) << "the largest item fits";
+}
+
+TEST_F(SimulatedDatabase, namesEveryFileOfTheCardOnce) {
+    struct Walk {
+        std::multiset<std::filesystem::path> files;
+        std::map<std::string, std::pair<uint32_t, uint64_t>> items;  // seconds and bytes
+    } walk;
+    const auto item = [](void* context, zep_item_s* found) {
+        static_cast<Walk*>(context)->items[found->file_name] = {found->duration_s,
+                                                                found->size_bytes};
+    };
+    const auto file = [](void* context, char* directory, char* name) {
+        static_cast<Walk*>(context)->files.insert(std::filesystem::path(directory) / name);
+    };
+    uint32_t session = 0;
+    EXPECT_EQ(dbGetZEPItems(15, 0, this, item, &walk, file, &walk, &session, nullptr), 12);
+    EXPECT_EQ(dbGetZEPSessionFileList(15, 0, this, item, &walk, file, &walk, &session, nullptr), 1);
+    EXPECT_EQ(session, 7u);
+    std::multiset<std::filesystem::path> card;
+    const std::filesystem::path dcim = sampleCard() + "/DCIM";
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(dcim)) {
+        if (entry.is_regular_file()) {
+            card.insert(entry.path().lexically_relative(dcim));
+        }
+    }
+    EXPECT_EQ(walk.files, card);
+    EXPECT_EQ(walk.items["VXMF0004.MP4"], std::pair(1216u, uint64_t{9000} << 20));
+    EXPECT_EQ(walk.items["VHAA0001.MP4"], std::pair(120u, uint64_t{600} << 20));
+    EXPECT_EQ(walk.items["VXMF0003.MP4"], std::pair(62u, uint64_t{310} << 20));
+}
+
+TEST_F(SimulatedDatabase, answersAboutOneFile) {
+    constexpr char kClip[] = "100VXCAMVXMF0005.MP4";
+    constexpr char kBurst[] = "100VXCAMV0010001.JPG";
+    db_item_record item{};
+    EXPECT_EQ(getContentInfo(kClip, &item), 0);
+    EXPECT_EQ(itemScore(item), 95u);
+    EXPECT_LT(getContentInfo("100VXCAMVXMF9999.MP4", &item), 0);
+
+    db_group_info group{};
+    uint8_t mask[kMemberMaskSize] = {};
+    uint8_t highlighted[kMemberMaskSize] = {};
+    EXPECT_EQ(getGroupContentInfo(kBurst, &group, &item, mask, highlighted), 0);
+    EXPECT_EQ(mask[0], 0b11101111);
+    EXPECT_EQ(highlighted[0], 0b10111101);
+    EXPECT_LT(getGroupContentInfo(kClip, &group, &item, mask, highlighted), 0);
+
+    db_video_specific_info video{};
+    uint32_t highlights[4] = {};
+    EXPECT_EQ(getVideoSpecificInfo("100VXCAMVX020004.MP4", &video, &item, highlights, 4), 0);
+    EXPECT_EQ(highlights[1], 500000u);
+    EXPECT_LT(getVideoSpecificInfo(kBurst, &video, &item, highlights, 4), 0);
+
+    db_gumi gumi{};
+    db_gumi parent{};
+    char name[21] = {};
+    EXPECT_EQ(getFileGUMI(kClip, &gumi, &parent), 0);
+    EXPECT_EQ(parent.bytes[15], 3);
+    EXPECT_EQ(getContentInfoByGUMI(&gumi, name), 0);
+    EXPECT_EQ(std::string_view(name, 20), kClip);
+    EXPECT_EQ(getFileGUMI(kBurst, &gumi, &parent), 0);
+    EXPECT_LT(getContentInfoByGUMI(&gumi, name), 0) << "an unknown GUMI is nobody's";
+
+    db_more_info more{};
+    EXPECT_EQ(getMoreInfo("100VXCAMVXMF0003.MP4", &more), 0);
+    EXPECT_EQ(more.frame_rate_numerator, 60000u);
+}
+
+TEST_F(SimulatedDatabase, scansDirectoriesInSeveralMessages) {
+    std::vector<simulator::CardFile> files;
+    for (int i = 1000; i < 1200; ++i) {
+        files.push_back({"FILE" + std::to_string(i) + ".TXT", 7, 8});
+    }
+    mDatabase = simulator::Database({}, {{"100VXCAM", files}, {"101VXCAM", {}}});
+    std::vector<db_scandir_entry> entries(300);
+    for (const auto& [directory, wanted, result] :
+         {std::tuple{"100VXCAM", 200u, 0}, {"101VXCAM", 0u, -5}, {"102VXCAM", 0u, -7}}) {
+        auto count = static_cast<uint32_t>(entries.size());
+        EXPECT_EQ(dbScanDirectory(directory, entries.data(), &count, nullptr), result);
+        EXPECT_EQ(count, wanted);
+    }
+    EXPECT_STREQ(entries[199].file_name, "FILE1199.TXT");
+}
+
+TEST_F(SimulatedDatabase, countsInTheHistogramWhatIsNotUploaded) {
+    const auto histogram = [this] {
+        std::vector<uint32_t> buckets(kHistogramBuckets);
+        EXPECT_EQ(dbGetMediaHistogram(this, nullptr, buckets.data()), 0);
+        buckets.resize(13);
+        return buckets;
+    };
+    EXPECT_THAT(histogram(), ElementsAre(2, 1, 1, 0, 2, 1, 3, 0, 0, 1, 0, 0, 1));
+    for (const auto& [file, status] : {std::pair{"VXMF0003.MP4", 2u},
+                                       {"VXMF0006.MP4", 0u},
+                                       {"VX020004.MP4", 1u},
+                                       {"VXMF0099.MP4", 1u}}) {
+        EXPECT_EQ(dbSetZEPUploadStatus("100VXCAM", file, status, this), 0);
+    }
+    EXPECT_THAT(histogram(), ElementsAre(1, 1, 1, 1, 2, 1, 3, 0, 0, 1, 0, 0, 1))
+        << "a member's status is not its item's";
 }
 
 db_request_header header(uint32_t command, uint32_t count = 1) {
     db_request_header request{};
     request.command_type = command;
     request.request_count = count;
-    request.token = 0xC0FFEE;
     return request;
 }
 
-db_list_request listRequest(uint32_t count, uint32_t start, uint32_t list, uint32_t query) {
-    db_list_request request{};
-    request.header = header(DB_CMD_LIST, count);
-    request.starting_index = start;
-    request.list_options = list;
-    request.query_options = query;
-    return request;
-}
-
-class SimulatedDatabase : public testing::Test {
-  protected:
-    // Walks all pages; gives a line an entry: name and, for a group, its members and highlights.
-    std::vector<std::string> list(uint32_t pageSize, uint32_t options, uint32_t query) {
-        std::vector<std::string> lines;
-        for (uint32_t start = 0;;) {
-            auto reader = ask(mDatabase, listRequest(pageSize, start, options, query), mReply);
-            const auto* page = reader.read<db_list_response_header>();
-            EXPECT_EQ(page->start_index, start);
-            EXPECT_EQ(page->session_id, 7u);
-            EXPECT_EQ(page->header.token, 0xC0FFEEu);
-            for (uint32_t i = 0; i < page->header.count_returned; ++i) {
-                lines.push_back(readEntry(reader, options));
-            }
-            EXPECT_EQ(reader.offset(), mReply.size()) << "nothing but whole entries";
-            start += page->header.count_returned;
-            if (page->header.count_returned == 0) {
-                EXPECT_EQ(page->total_entries, lines.size());
-                return lines;
-            }
-        }
-    }
-
-    static std::string readEntry(RecordReader& reader, uint32_t options) {
-        const auto& item = *reader.read<db_item_record>();
-        std::string line(item.file_name, kFileNameSize);
-        if ((options & LIST_OPTION_INCLUDE_GUMI) != 0) {
-            line += " " + std::to_string(reader.read<db_gumi>()->bytes[15]);
-            if ((item.attributes & ITEM_ATTRIBUTE_PARENT_GUMI) != 0) {
-                line += "<" + std::to_string(reader.read<db_gumi>()->bytes[15]);
-            }
-        }
-        if ((options & LIST_OPTION_INCLUDE_MORE_INFO) != 0) {
-            line += " w" + std::to_string(reader.read<db_more_info>()->width);
-        }
-        const bool grouped = (options & LIST_OPTION_VIDEO_GROUPING) != 0;
-        if (isPhotoGroup(item.content_type) || (isVideoGroup(item.content_type) && grouped)) {
-            readGroup(reader, item, line);
-        } else if (isVideo(item.content_type)) {
-            const auto& video = *reader.read<db_video_specific_info>();
-            line += " " + std::to_string(video.duration_ms) + "ms";
-            const auto highlights = reader.readArray<u32le>(video.highlight_count);
-            for (const u32le& highlight : *highlights) {
-                line += " h" + std::to_string(highlight);
-            }
-        }
-        return line;
-    }
-
-    static void readGroup(RecordReader& reader, const db_item_record& item, std::string& line) {
-        const auto& group = *reader.read<db_group_info>();
-        line += " g" + std::to_string(group.group_number) + ":";
-        const auto add = [&line](uint32_t number) { line += " " + std::to_string(number); };
-        std::span<const uint8_t> mask;
-        if (group.num_missing != 0) {
-            mask = *reader.readArray<uint8_t>(maskSize(group));
-        }
-        uint32_t members = 0;
-        forEachMember(group, mask, [&](uint32_t) { ++members; });
-        EXPECT_EQ(members, numberCount(group) - group.num_missing);
-        if (members < 12) {
-            forEachMember(group, mask, add);
-        }
-        if (isPhotoGroup(item.content_type) && item.highlight_count != 0) {
-            line += " h";
-            forEachUnmarked(group, *reader.readArray<uint8_t>(maskSize(group)), 99, add);
-        }
-    }
-
-    simulator::Database mDatabase = simulator::loadCard(sampleCard());
-    Message mReply;
-};
-
-TEST_F(SimulatedDatabase, listsByKindPageByPage) {
-    const std::vector<std::string> grouped = {
-        "V0010001.JPG g1: 1 2 3 5 6 7 8 9 10 11 12 h 2 7",
-        "VHAA0001.MP4 g1001: 1 2 3",
-        "VPAB0001.JPG g1002:",
-        "VXMF0001.JPG",
-        "VXMF0002.JPG",
-        "VXMF0003.MP4 62400ms h1500 h30250",
-        "VXMF0004.MP4 g4: 0 1 2",
-        "VXMF0005.MP4 9000ms",
-        "VXMF0006.MP4 24000ms",
-        "VPAB0031.JPG g1002:",
-        "VPAB0061.JPG g1002:",
-        "VXMF0008.JPG",
-    };
-    for (const uint32_t pageSize : {1u, 2u, 15u, 1000u}) {
-        EXPECT_EQ(list(pageSize, LIST_OPTION_VIDEO_GROUPING, kMainList), grouped) << pageSize;
-    }
-    EXPECT_THAT(list(15, 0, kSessionList), ElementsAre("VXMF0007.MP4 4000ms"));
-    EXPECT_THAT(list(15, 0, QUERY_OPTION_RAW), ElementsAre("VXMF0002.JPG"));
-    EXPECT_THAT(
-        list(5, LIST_OPTION_SORT_ORDER | LIST_OPTION_INCLUDE_GUMI | LIST_OPTION_INCLUDE_MORE_INFO,
-             QUERY_OPTION_VIDEO),
-        ElementsAre("VXMF0006.MP4 0 w0 24000ms", "VXMF0005.MP4 5<3 w0 9000ms",
-                    "VX030004.MP4 0 w0 161500ms", "VX020004.MP4 0 w0 527000ms h400 h500000",
-                    "VXMF0004.MP4 4 w5312 527000ms h12000",
-                    "VXMF0003.MP4 3 w3840 62400ms h1500 h30250", "VHAA0003.MP4 0 w0 40250ms h2000",
-                    "VHAA0002.MP4 0 w0 38500ms", "VHAA0001.MP4 0 w0 41000ms"));
-    const auto count = [this](uint32_t query) { return list(15, 2, query).size(); };
-    EXPECT_EQ(count(0), 13u);
-    EXPECT_EQ(count(0xF00), 13u);
-    EXPECT_EQ(count(QUERY_OPTION_PHOTO), 7u);
-    EXPECT_EQ(count(QUERY_OPTION_VIDEO), 5u);
-}
-
-TEST_F(SimulatedDatabase, endsPagesBeforeTheBufferDoes) {
-    for (const auto& [count, start] : {std::pair{0u, 0u}, {5u, 13u}, {5u, 0xFFFFFFFFu}}) {
-        ask(mDatabase, listRequest(count, start, 2, 0), mReply);
-        EXPECT_EQ(mReply.size(), sizeof(db_list_response_header));
-    }
-    const auto card = makeCard({"100VXCAM/VPAA0001.JPG", "100VXCAM/VPAA4096.JPG"},
-                               R"({"session_id": 7,
-                                   "files": {"100VXCAM/VPAA0001.JPG": {"highlights": [1, 4096]}}})");
-    mDatabase = simulator::loadCard(card);
-    EXPECT_THAT(list(15, 0xF, 0), ElementsAre("VPAA0001.JPG 0 w0 g1001: 1 4096 h 1 4096"))
-        << "the largest item fits";
-}
-
-TEST_F(SimulatedDatabase, countsInTheHistogramWhatIsNotUploaded) {
-    const auto histogram = [this] {
-        auto reader = ask(mDatabase, db_histogram_request{header(DB_CMD_MEDIA_HISTOGRAM)}, mReply);
-        const auto* response = reader.read<db_histogram_response>();
-        return std::vector<uint32_t>(std::begin(response->buckets), response->buckets + 13);
-    };
-    const auto write = [this](std::string_view file, uint32_t status) {
-        db_upload_status_request request{};
-        request.header = header(DB_CMD_WRITE_UPLOAD_STATUS);
-        std::string_view("100VXCAM").copy(request.file.dir_name, kDirNameSize);
-        file.copy(request.file.file_name, kFileNameSize);
-        request.upload_status = status;
-        return uint32_t{ask(mDatabase, request, mReply).read<db_response_header>()->status};
-    };
-    EXPECT_THAT(histogram(), ElementsAre(2, 1, 1, 0, 2, 1, 3, 0, 0, 1, 0, 0, 1));
-    EXPECT_EQ(write("VXMF0003.MP4", 2), simulator::DB_STATUS_OK);
-    EXPECT_EQ(mReply.size(), sizeof(db_response_header));
-    EXPECT_EQ(write("VXMF0006.MP4", 0), simulator::DB_STATUS_OK);
-    EXPECT_EQ(write("VX020004.MP4", 1), simulator::DB_STATUS_OK) << "a member, not the item";
-    EXPECT_EQ(write("VXMF0099.MP4", 1), simulator::DB_STATUS_NOT_FOUND);
-    EXPECT_THAT(histogram(), ElementsAre(1, 1, 1, 1, 2, 1, 3, 0, 0, 1, 0, 0, 1));
-}
-
-TEST_F(SimulatedDatabase, answersWhatIsNoRequestWithAStatus) {
-    for (const uint32_t command : {0u, 1u, 5u, 9u, 10u, 13u, 0xFFFFFFFFu}) {
-        const bool known = simulator::commandName(command) != "unknown command";
+TEST_F(SimulatedDatabase, answersRequestsThatTheLibraryNeverSends) {
+    for (uint32_t command = 0; command < 14; ++command) {
+        const bool known = command != 1 && command != 5 && command != 13;
         Message whole;
-        simulator::appendRecord(whole, header(command));
+        appendRecord(whole, header(command));
         whole.resize(40);
-        for (int length = 0; length <= 40; ++length) {
+        int sound = 0;
+        for (int length = 4; length <= 40; ++length) {
             const Message request(whole.begin(), whole.begin() + length);
-            const auto replies = answer(mDatabase, request);
-            ASSERT_EQ(replies.size(), 1u);
-            ASSERT_GE(replies[0].size(), sizeof(db_response_header));
             db_response_header reply{};
-            std::memcpy(&reply, replies[0].data(), sizeof(reply));
-            EXPECT_EQ(reply.token, length < 12 ? reply.token : 0xC0FFEEu);
-            if (reply.status == simulator::DB_STATUS_UNKNOWN_COMMAND) {
-                EXPECT_TRUE(!known || length < 4) << command << ' ' << length;
-            } else if (reply.status != simulator::DB_STATUS_BAD_REQUEST) {
-                EXPECT_TRUE(length == 12 || length == 24 || length == 36) << length;
-            }
+            std::memcpy(&reply, answer(mDatabase, request).at(0).data(), sizeof(reply));
+            EXPECT_EQ(reply.command_type, command);
+            EXPECT_EQ(reply.status == simulator::DB_STATUS_UNKNOWN_COMMAND, !known);
+            sound += reply.status == simulator::DB_STATUS_OK ||
+                     reply.status == simulator::DB_STATUS_NOT_FOUND;
         }
+        EXPECT_EQ(sound, known ? 1 : 0) << command << " has one length";
+    }
+    EXPECT_EQ(answer(mDatabase, {}).at(0).size(), sizeof(db_response_header));
+}
+
+TEST_F(SimulatedDatabase, givesAsManyVideosAtOnceAsFit) {
+    Message request;
+    appendRecord(request, header(DB_CMD_VIDEO_SPECIFIC_INFO, 31));
+    for (int i = 0; i < 31; ++i) {
+        db_file_name name{};
+        fillField(name.dir_name, "100VXCAM");
+        fillField(name.file_name, i % 2 == 0 ? "VX020004.MP4" : "VX990004.MP4");
+        appendRecord(request, name);
+    }
+    const Message reply = answer(mDatabase, request).at(0);
+    EXPECT_EQ(reply[8], std::byte{13}) << "of the 16 that it has";
+    EXPECT_EQ(reply.size(), 20u + 13 * (76 + 24 + 8));
+}
+
+TEST_F(SimulatedDatabase, listsWhatWasCreatedInARangeOfTimes) {
+    const uint32_t start = 1717149600;
+    for (const auto& [first, last, wanted] : {std::tuple{0u, 0u, 13},
+                                              {start, start, 1},
+                                              {start + 60, start + 120, 2},
+                                              {start + 60, 0u, 12},
+                                              {start + 1, start + 59, 0}}) {
+        db_list_with_parameters_request request{};
+        request.list.header = header(DB_CMD_LIST_WITH_PARAMETERS);
+        request.list.list_options = LIST_OPTION_VIDEO_GROUPING;
+        request.param1 = first;
+        request.param2 = last;
+        const auto replies = answer(mDatabase, std::as_bytes(std::span(&request, 1)));
+        EXPECT_EQ(replies.at(0).at(32), static_cast<std::byte>(wanted)) << first;
     }
 }
 

@@ -81,13 +81,11 @@ TEST(Card, settingsTellWhatFilesCannot) {
 }
 
 TEST(Card, saysWhereSettingsAreWrongAndWhy) {
-    constexpr char kFile[] = "files[\"100VXCAM/VXMF0001.MP4\"]";
-    const auto ofFile = [](const std::string& member) {
-        return R"({"files": {"100VXCAM/VXMF0001.MP4": {)" + member + "}}}";
+    const auto of = [](const std::string& file, const std::string& member) {
+        return "{\"files\": {\"100VXCAM/" + file + "\": {" + member + "}}}";
     };
-    const auto ofBurst = [](const std::string& member) {
-        return R"({"files": {"100VXCAM/V0010001.JPG": {)" + member + "}}}";
-    };
+    const auto ofFile = std::bind_front(of, "VXMF0001.MP4");
+    const auto ofBurst = std::bind_front(of, "V0010001.JPG");
     std::string tooMany;
     for (int i = 0; i < 300; ++i) {
         tooMany += ", 1";
@@ -101,41 +99,31 @@ TEST(Card, saysWhereSettingsAreWrongAndWhy) {
         {"[]", "card.json: ", "must be an object"},
         {R"({"model": 3})", "card.json: model: ", "is not known"},
         {R"({"model_number": -1})", "model_number: ", "whole number from 0 to 4294967295"},
-        {R"({"files": 3})", "files: ", "must be an object"},
         {R"({"files": {"100VXCAM/VXMF0002.MP4": {}}})", "VXMF0002.MP4\"]: ", "no item"},
-        {R"({"files": {"100VXCAM/VXMF0001.MP4": 1}})", kFile, "must be an object"},
-        {ofFile(R"("colour": 1)"), ".colour: ", "is not known"},
+        {ofFile(R"("colour": 1)"), "files[\"100VXCAM/VXMF0001.MP4\"].colour: ", "is not known"},
         {ofFile(R"("score": 128)"), ".score: ", "from 0 to 127"},
         {ofFile(R"("score": 1.5)"), ".score: ", "whole number"},
         {ofFile(R"("clip": 1)"), ".clip: ", "true or false"},
         {ofFile(R"("flags": ["eis", "odd"])"), ".flags[1]: ", "is no flag"},
-        {ofFile(R"("flags": "eis")"), ".flags: ", "must be a list"},
-        {ofFile(R"("gumi": "12")"), ".gumi: ", "32 hexadecimal digits"},
         {ofFile(R"("gumi": "0x0102030405060708090a0B0C0D0E0F")"), ".gumi: ", "hexadecimal"},
         {ofFile(R"("created": "yesterday")"), ".created: ", "UTC time"},
-        {ofFile(R"("created": 5)"), ".created: ", "must be a text"},
-        {ofFile(R"("content_type": 13)"), ".content_type: ", "from 0 to 12"},
         {ofFile(R"("content_type": 2)"), ".content_type: ", "does not fit"},
+        {ofFile(R"("missing": [1])"), ".missing: ", "groups only"},
+        {ofFile(R"("frame_rate": [30])"), ".frame_rate: ", "numerator"},
+        {ofFile("\"highlights\": [0" + tooMany + "]"), ".highlights: ", "at most 300"},
         {ofBurst(R"("content_type": 4)"), ".content_type: ", "does not fit"},
-        {ofBurst(R"("highlights": [2])"), ".highlights[0]: ", "number of the group"},
         {ofBurst(R"("highlights": [1, 1])"), ".highlights[1]: ", "once"},
         {ofBurst(R"("missing": [1])"), ".missing[0]: ", "last file"},
         {ofBurst(R"("missing": [9999])"), ".missing[0]: ", "too far"},
         {ofBurst(R"("session": true)"), ".session: ", "group"},
-        {ofFile(R"("missing": [1])"), ".missing: ", "groups only"},
-        {ofFile(R"("frame_rate": [30])"), ".frame_rate: ", "numerator"},
-        {ofFile("\"highlights\": [0" + tooMany + "]"), ".highlights: ", "at most 300"},
     };
     for (const auto& [settings, place, reason] : cases) {
         SCOPED_TRACE(settings);
         const auto card = makeCard({"100VXCAM/VXMF0001.MP4", "100VXCAM/V0010001.JPG"}, settings);
-        try {
-            (void)loadCard(card);
-            ADD_FAILURE() << "no error";
-        } catch (const simulator::CardError& error) {
-            EXPECT_THAT(error.what(), testing::AllOf(HasSubstr((card / "card.json").string()),
-                                                     HasSubstr(place), HasSubstr(reason)));
-        }
+        EXPECT_THAT(
+            [&] { (void)loadCard(card); },
+            testing::ThrowsMessage<simulator::CardError>(testing::AllOf(
+                HasSubstr((card / "card.json").string()), HasSubstr(place), HasSubstr(reason))));
     }
     EXPECT_THROW((void)loadCard("/tmp"), simulator::CardError) << "no DCIM";
 }

@@ -4,8 +4,8 @@
 #include <filesystem>
 
 #include "libvxMediaRTOSDB/src/db_responses.h"
+#include "libvxMediaRTOSDB/src/zep_queries.h"
 #include "platform/csi.h"
-#include "platform/vxipc.h"
 #include "tests/simulator/sample_card.h"
 #include "tests/support/child_process.h"
 
@@ -13,28 +13,15 @@ namespace {
 
 using testing::HasSubstr;
 
-int askHistogram(db_histogram_response& response) {
-    vxIpcEndpoint endpoint{};
-    if (vxIpcInit("rtos_media_db", &endpoint) < 0) {
-        return -1;
-    }
-    db_histogram_request request{};
-    request.header.command_type = DB_CMD_MEDIA_HISTOGRAM;
-    const int received = vxIpcSend(&endpoint, &request, sizeof(request)) < 0
-                             ? -1
-                             : vxIpcReceive(&endpoint, &response, sizeof(response));
-    vxIpcDestroy(&endpoint);
-    return received;
-}
-
 TEST(MediadbSim, servesACardUntilItIsStopped) {
     for (int signal : {SIGINT, SIGTERM}) {
-        ChildProcess sim(MEDIADB_SIM " --log --fault 2:refuse " + sampleCard());
+        ChildProcess sim(MEDIADB_SIM " --log --fault 2:short=20 " + sampleCard());
         EXPECT_THAT(sim.output("\n"), HasSubstr("serving 13 items"));
-        db_histogram_response response{};
-        EXPECT_EQ(askHistogram(response), 148);
-        EXPECT_EQ(response.buckets[0], 2u);
-        EXPECT_LT(askHistogram(response), 0);
+        for (const uint32_t videos : {2u, 0u}) {
+            uint32_t histogram[kHistogramBuckets] = {};
+            EXPECT_EQ(dbGetMediaHistogram(nullptr, nullptr, histogram), 0);
+            EXPECT_EQ(histogram[DB_CONTENT_TYPE_SINGLE_VIDEO], videos);
+        }
         uint32_t length = 0;
         uint32_t model = 0;
         EXPECT_EQ(csi_get(CSI_MODEL_NUMBER, sizeof(model), &length, &model), 0);
@@ -47,7 +34,7 @@ TEST(MediadbSim, servesACardUntilItIsStopped) {
         sim.stop(signal);
         EXPECT_EQ(sim.exitStatus(), 0);
         EXPECT_THAT(sim.output(), HasSubstr("2: command 10 (media histogram), 12 bytes: "
-                                            "connection closed, disturbed"));
+                                            "reply of 20 bytes, disturbed"));
         EXPECT_TRUE(std::filesystem::is_empty("/tmp/vxipc"));
     }
 }

@@ -83,10 +83,10 @@ class ListPages {
     const ListPlan& mPlan;
     FileGroups* mGroups;
     int mStatus = HTTP_OK;
-    db_list_with_parameters_request mRequest;
-    uint64_t mNextIndex;
-    uint32_t mRequests;
-    bool mComplete;
+    db_list_with_parameters_request mRequest = {};
+    uint64_t mNextIndex = 0;
+    uint32_t mRequests = 0;
+    bool mComplete = false;
     uint8_t mResponse[kResponseBufferSize];
 };
 

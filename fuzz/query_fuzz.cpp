@@ -1,0 +1,30 @@
+// Any query string, to each parser and producer, with a database that knows every file.
+#include "fuzz/checked_response.h"
+#include "libvxMediaRTOSDB/src/media_list.h"
+#include "libvxMediaRTOSDB/src/media_metadata.h"
+#include "libvxMediaRTOSDB/src/query_string.h"
+
+using namespace scripted;
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    makeCard();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    const std::string query(reinterpret_cast<const char*>(data), size);
+    reset();
+    platform.answer = [](const Bytes& request) {
+        Bytes answer = words({wordAt(request, 0), 0, wordAt(request, 0) != 0, 1, 0});
+        answer.resize(128);
+        return reply(answer);
+    };
+    checkResponse([&] { (void)generateMediaList(nullptr, query.c_str()); });
+    checkResponse([&] { (void)generateMetadata(nullptr, query.c_str()); });
+
+    std::string decoded(size % 100, '\0');
+    const int length = urlDecode(query.data(), static_cast<int>(size), decoded.data(),
+                                 static_cast<int>(decoded.size()), 1);
+    require(length >= -1 && length <= static_cast<int>(decoded.size()));
+    return 0;
+}

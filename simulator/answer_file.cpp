@@ -63,9 +63,7 @@ Answer answerContentInfoByGumi(Database& database, Request request) {
     if (!asked) {
         return {};
     }
-    db_gumi gumi{};
-    std::ranges::copy(asked->gumi, gumi.bytes);
-    const MediaFile* file = database.findByGumi(gumi);
+    const MediaFile* file = database.findByGumi(asked->gumi);
     if (file == nullptr) {
         return {statusReply(asked->header, DB_STATUS_NOT_FOUND)};
     }

@@ -22,13 +22,13 @@ int DirectExchange::exchange(const void* request, size_t requestSize) {
     const auto size = static_cast<int>(requestSize);
     const int sent = vxIpcSend(&mConnection.get()->endpoint, request, size);
     if (sent < 0) {
-        UTIL_LOG(UTIL_LOG_ERROR, "%serror on IPC send %d\n", mQuery.sendErrorIndent, sent);
+        UTIL_LOG(UTIL_LOG_ERROR, mQuery.sendFailed, sent);
         return -1;
     }
     hexDump(kSendLabel, request, size);
 
     mReceived = rtosConnectionRecv(mConnection.get(), mBuffer.data(), kResponseBufferSize);
-    UTIL_LOG(UTIL_LOG_DEBUG, "%s got %d bytes\n", mQuery.name, mReceived);
+    UTIL_LOG(UTIL_LOG_DEBUG, mQuery.received, mReceived);
     const bool complete = mReceived >= static_cast<int>(mQuery.minimumResponse);
     return complete ? 0 : failTooShort();
 }
@@ -58,8 +58,7 @@ bool DirectExchange::acceptsContent() const {
     const auto* item = answer().read<db_item_record>();
     if (mQuery.accepts(item->content_type))
         return true;
-    UTIL_LOG(UTIL_LOG_ERROR, "struct db_content_type %d - must be %s for operation\n",
-             uint32_t{item->content_type}, mQuery.accepted);
+    UTIL_LOG(UTIL_LOG_ERROR, mQuery.refused, uint32_t{item->content_type});
     return false;
 }
 

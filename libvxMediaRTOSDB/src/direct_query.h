@@ -17,11 +17,11 @@
 // In what the direct queries differ, besides their request and what they copy.
 struct DirectQuery {
     DbCommand command;
-    const char* name;                                 // as the log names the query
+    const char* received;                             // the log's line for a receive
     size_t minimumResponse;                           // bytes
     bool (*accepts)(uint32_t contentType) = nullptr;  // null: the item is not looked at
-    const char* accepted = nullptr;                   // as the log names what accepts() takes
-    const char* sendErrorIndent = "";                 // before the log's line for a failed send
+    const char* refused = nullptr;                    // the log's line for other content
+    const char* sendFailed = "error on IPC send %d\n";
 };
 
 class DirectExchange {

@@ -28,8 +28,8 @@ typedef int (*db_scandir_filter)(const char* fileName, int length);
 // Reads the names of the files in one directory; the answer may come in several messages.
 // dirName: exactly 8 characters.
 // entries: receives the files that the filter keeps.
-// entryCount: the number of elements of entries; receives the number written, 0 on failure. Files
-// count against it before they are filtered.
+// entryCount: the number of elements of entries; receives the number written. Files count against
+// it before they are filtered.
 // filter: may be null, which keeps every file.
 // Returns 0; -10 when entries is too small, with the first files in it; -5 when the first message
 // names no file; or, with nothing written: -4 for a directory name of another length, -1 when the

@@ -15,39 +15,41 @@ namespace {
 static_assert(kMemberMaskSize ==
               kResponseBufferSize - sizeof(db_item_response) - sizeof(db_group_info));
 
+constexpr const char* kReceivedContentInfo = "getContentInfo got %d bytes\n";
+
 constexpr DirectQuery kContentInfo = {
     .command = DB_CMD_CONTENT_INFO,
-    .name = "getContentInfo",
+    .received = kReceivedContentInfo,
     .minimumResponse = sizeof(db_item_response),
 };
 constexpr DirectQuery kGroupContentInfo = {
     .command = DB_CMD_GROUP_CONTENT_INFO,
-    .name = "getGroupContentInfo",
+    .received = "getGroupContentInfo got %d bytes\n",
     .minimumResponse = sizeof(db_item_response) + sizeof(db_group_info),
     .accepts = isGroup,
-    .accepted = "group content",
+    .refused = "struct db_content_type %d - must be group content for operation\n",
 };
 constexpr DirectQuery kVideoSpecificInfo = {
     .command = DB_CMD_VIDEO_SPECIFIC_INFO,
-    .name = "getVideoSpecificInfo",
+    .received = "getVideoSpecificInfo got %d bytes\n",
     .minimumResponse = sizeof(db_item_response) + sizeof(db_video_specific_info),
     .accepts = isVideo,
-    .accepted = "video",
+    .refused = "struct db_content_type %d - must be video for operation\n",
 };
 constexpr DirectQuery kContentInfoByGumi = {
     .command = DB_CMD_CONTENT_INFO_BY_GUMI,
-    .name = "getContentInfo",
+    .received = kReceivedContentInfo,
     .minimumResponse = sizeof(db_file_name_response),
 };
 constexpr DirectQuery kFileGumi = {
     .command = DB_CMD_FILE_GUMI,
-    .name = "getContentInfo",
+    .received = kReceivedContentInfo,
     .minimumResponse = offsetof(db_file_gumi_response, parent_gumi),
-    .sendErrorIndent = " ",
+    .sendFailed = " error on IPC send %d\n",
 };
 constexpr DirectQuery kMoreInfo = {
     .command = DB_CMD_MORE_INFO,
-    .name = "getMoreInfo",
+    .received = "getMoreInfo got %d bytes\n",
     .minimumResponse = sizeof(db_more_info_response),
 };
 

@@ -27,7 +27,7 @@ extern "C" {
 // mask: optional; 1380 bytes, receives one bit a member, the most significant bit of the first
 // byte first, when gci->num_missing is not 0.
 // highlightMask: optional; 1380 bytes, receives a second mask of the same size when
-// ci->highlight_count is not 0.
+// ci->highlight_count is not 0; for a group of videos only if it came, else it is left as it is.
 [[nodiscard]] int getGroupContentInfo(const char* fs, db_group_info* gci, db_item_record* ci,
                                       uint8_t* mask, uint8_t* highlightMask);
 

@@ -20,6 +20,10 @@ void getVideoDuration(const char* dirName, const char* fileName, uint32_t* durat
     const db_video_specific_info* info = nullptr;
     const int status = getVideoSpecificInfoResponse(connection.get(), dirName, fileName,
                                                     buffer.data(), &item, &info);
-    if (status == HTTP_OK && info)
-        *durationMs = info->duration_ms;
+    if (status == HTTP_OK) {
+        // Without its highlights the record is not handed out, but its duration is there.
+        const auto& record =
+            *reinterpret_cast<const db_video_specific_info*>(&buffer[sizeof(db_item_response)]);
+        *durationMs = record.duration_ms;
+    }
 }

@@ -8,7 +8,7 @@
 namespace simulator {
 
 // Scans CARD/DCIM and applies CARD/card.json where there is one.
-// Throws CardError when the card has no DCIM, cannot be read, or its card.json is wrong.
+// Throws InputError when the card has no DCIM, cannot be read, or its card.json is wrong.
 [[nodiscard]] Database loadCard(const std::filesystem::path& card);
 
 }  // namespace simulator

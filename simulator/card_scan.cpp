@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "libvxMediaRTOSDB/src/db_requests.h"
-#include "simulator/card_error.h"
+#include "simulator/input_error.h"
 
 namespace simulator {
 
@@ -43,7 +43,7 @@ std::vector<CardDirectory> scanCard(const fs::path& card) {
             }
         }
     } catch (const fs::filesystem_error& error) {
-        throw CardError(error.path1().string() + ": " + error.code().message());
+        throw InputError(error.path1().string() + ": " + error.code().message());
     }
     std::ranges::sort(directories, {}, &CardDirectory::name);
     return directories;

@@ -21,7 +21,7 @@ struct CardDirectory {
 
 // Reads CARD/DCIM/*/: the directories whose names have 8 characters, by name, and in each the files
 // whose names have at most 12; nothing else on a card is reachable through the database.
-// Throws CardError when there is no DCIM or a folder cannot be read.
+// Throws InputError when there is no DCIM or a folder cannot be read.
 [[nodiscard]] std::vector<CardDirectory> scanCard(const std::filesystem::path& card);
 
 }  // namespace simulator

@@ -6,8 +6,8 @@
 #include <limits>
 #include <unordered_map>
 
-#include "simulator/card_error.h"
 #include "simulator/file_settings.h"
+#include "simulator/input_error.h"
 #include "simulator/json_place.h"
 
 namespace simulator {
@@ -53,15 +53,9 @@ CardSettings::CardSettings(const std::filesystem::path& path) : mPath(path.strin
         if (errno == ENOENT) {
             return;
         }
-        throw CardError(mPath + ": " + std::strerror(errno));
+        throw InputError(mPath + ": " + std::strerror(errno));
     }
-    try {
-        mDocument = nlohmann::json::parse(file);
-    } catch (const nlohmann::json::exception& error) {
-        // The text starts with the library's own name of the error, in brackets.
-        const std::string_view text = error.what();
-        throw CardError(mPath + ": " + std::string(text.substr(text.find(' ') + 1)));
-    }
+    mDocument = readJson(file, mPath);
     const JsonPlace document(mDocument, mPath);
     document.forMembers([this](const std::string& name, const JsonPlace& value) {
         if (name == "model_number") {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "simulator/card_error.h"
+#include "simulator/input_error.h"
 
 namespace simulator {
 
@@ -14,6 +14,16 @@ bool isPlainName(const std::string& name) {
 }
 
 }  // namespace
+
+nlohmann::json readJson(std::istream& file, const std::string& path) {
+    try {
+        return nlohmann::json::parse(file);
+    } catch (const nlohmann::json::exception& error) {
+        // The text starts with the library's own name of the error, in brackets.
+        const std::string_view text = error.what();
+        throw InputError(path + ": " + std::string(text.substr(text.find(' ') + 1)));
+    }
+}
 
 uint32_t JsonPlace::number(uint32_t max) const {
     if (!mValue->is_number_unsigned() || mValue->get<uint64_t>() > max) {
@@ -73,7 +83,7 @@ void JsonPlace::forMembers(
 }
 
 void JsonPlace::fail(const std::string& reason) const {
-    throw CardError(mDocument + ": " + (mPlace.empty() ? "" : mPlace + ": ") + reason);
+    throw InputError(mDocument + ": " + (mPlace.empty() ? "" : mPlace + ": ") + reason);
 }
 
 }  // namespace simulator

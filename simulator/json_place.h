@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <istream>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -10,13 +11,17 @@
 
 namespace simulator {
 
+// Reads the JSON document in a file. Throws InputError where there is none.
+// path: the name that the error begins with.
+[[nodiscard]] nlohmann::json readJson(std::istream& file, const std::string& path);
+
 class JsonPlace {
   public:
     // document: the name that errors begin with. The value must outlive this object.
     JsonPlace(const nlohmann::json& value, std::string document)
         : mValue(&value), mDocument(std::move(document)) {}
 
-    // Each throws CardError where the value is something else.
+    // Each throws InputError where the value is something else.
     [[nodiscard]] uint32_t number(uint32_t max) const;
     [[nodiscard]] bool boolean() const;
     [[nodiscard]] const std::string& text() const;
@@ -27,7 +32,7 @@ class JsonPlace {
     void forMembers(
         const std::function<void(const std::string& name, const JsonPlace& value)>& use) const;
 
-    // Throws CardError: document, place, reason.
+    // Throws InputError: document, place, reason.
     [[noreturn]] void fail(const std::string& reason) const;
 
   private:

@@ -8,8 +8,8 @@
 #include "platform/host/settings_service.h"
 #include "platform/host/stop_signals.h"
 #include "simulator/card.h"
-#include "simulator/card_error.h"
 #include "simulator/exchanges.h"
+#include "simulator/input_error.h"
 
 namespace {
 
@@ -83,7 +83,7 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
     try {
         return run(argc, argv);
-    } catch (const simulator::CardError& error) {
+    } catch (const simulator::InputError& error) {
         std::fprintf(stderr, "mediadb-sim: %s\n", error.what());
         return kExitWrongCall;
     } catch (const std::exception& error) {

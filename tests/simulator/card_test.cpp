@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "simulator/card.h"
-#include "simulator/card_error.h"
+#include "simulator/input_error.h"
 #include "tests/simulator/sample_card.h"
 
 namespace {
@@ -122,10 +122,10 @@ TEST(Card, saysWhereSettingsAreWrongAndWhy) {
         const auto card = makeCard({"100VXCAM/VXMF0001.MP4", "100VXCAM/V0010001.JPG"}, settings);
         EXPECT_THAT(
             [&] { (void)loadCard(card); },
-            testing::ThrowsMessage<simulator::CardError>(testing::AllOf(
+            testing::ThrowsMessage<simulator::InputError>(testing::AllOf(
                 HasSubstr((card / "card.json").string()), HasSubstr(place), HasSubstr(reason))));
     }
-    EXPECT_THROW((void)loadCard("/tmp"), simulator::CardError) << "no DCIM";
+    EXPECT_THROW((void)loadCard("/tmp"), simulator::InputError) << "no DCIM";
 }
 
 }  // namespace

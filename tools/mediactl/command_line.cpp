@@ -48,6 +48,12 @@ Command& Command::option(const char* name, const char* placeholder, std::string*
     return *this;
 }
 
+Command& Command::requiredOption(const char* name, const char* placeholder, std::string* value,
+                                 const char* help) {
+    mApp.add_option(name, *value, help)->type_name(placeholder)->required();
+    return *this;
+}
+
 Command& Command::argument(const char* name, uint32_t* value, const char* help) {
     mApp.add_option(name, *value, help)->required()->type_name("")->check(validator(kNumber));
     return *this;

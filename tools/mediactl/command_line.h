@@ -39,6 +39,9 @@ class Command {
     Command& option(const char* name, const char* placeholder, std::string* value,
                     const char* help);
 
+    Command& requiredOption(const char* name, const char* placeholder, std::string* value,
+                            const char* help);
+
     // Arguments are required and stand in the order in which they are added.
     Command& argument(const char* name, uint32_t* value, const char* help);
     Command& argument(const char* name, std::string* value, const Form& form, const char* help);
@@ -74,6 +77,7 @@ void addHistogramCommands(CommandLine& line);  // histogram
 void addItemCommands(CommandLine& line);       // items
 void addFileCommands(CommandLine& line);       // info, gumi, set-status
 void addScanCommands(CommandLine& line);       // scan
+void addMediaListCommands(CommandLine& line);  // count, candidates, upload-status
 void addModelCommands(CommandLine& line);      // model
 
 // Says on standard error what went wrong; %m is the reason in errno. Returns kFailed.

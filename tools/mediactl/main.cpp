@@ -15,6 +15,7 @@ int main(int argc, char** argv) {
     addItemCommands(line);
     addFileCommands(line);
     addScanCommands(line);
+    addMediaListCommands(line);
     addModelCommands(line);
     const int status = line.run(argc, argv);
     if (std::fflush(stdout) != 0 || std::ferror(stdout))

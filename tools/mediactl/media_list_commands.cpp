@@ -1,0 +1,139 @@
+// count, candidates, upload-status: the media list as the uploading side uses it.
+#include <iterator>
+#include <memory>
+
+#include "medialist/zep_media_list.h"
+#include "simulator/input_error.h"
+#include "tools/mediactl/argument_forms.h"
+#include "tools/mediactl/command_line.h"
+#include "tools/mediactl/engine_log.h"
+#include "tools/mediactl/input_file.h"
+#include "tools/mediactl/output.h"
+#include "tools/mediactl/rules_file.h"
+
+namespace mediactl {
+
+namespace {
+
+struct Choice {
+    std::string rules;
+    std::string sort;
+    uint32_t limit = UINT32_MAX;
+};
+
+std::string readFile(const std::string& path) {
+    std::ifstream file = openInput(path);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+int failed(int result) {
+    return fail("the media list cannot be read (%d)", result);
+}
+
+// Returns the number of matches, or a negative number.
+int countShown(ZEPMediaList& list, std::vector<UploadRule>& rules, EngineLog& log) {
+    log.beginProgress();
+    const int result = list.getMediaCount(rules);
+    log.endProgress();
+    return result;
+}
+
+int count(bool json, const Choice& choice) {
+    std::vector<UploadRule> rules = readRules(choice.rules);
+    EngineLog log;
+    ZEPMediaList list;
+    const int result = countShown(list, rules, log);
+    if (result < 0) {
+        return failed(result);
+    }
+    printResult(json, {{"count", result}});
+    return kDone;
+}
+
+void print(Listing& listing, const MediaOutput& item) {
+    const std::string first = item.files.empty() ? "-" : item.files.front();
+    listing.add({{"media_code", item.mediaCode}, {"file", first}, {"files", item.files}});
+    for (size_t i = 1; i < item.files.size(); ++i) {
+        listing.addNote("   " + item.files[i]);
+    }
+}
+
+// Prints what the walk gives. Returns an ExitStatus.
+int walk(ZEPMediaList& list, std::vector<UploadRule>& rules, uint32_t limit, Listing& listing) {
+    for (uint32_t listed = 0; listed < limit; ++listed) {
+        MediaOutput item;
+        const int result = list.getNextMedia(&item, rules);
+        if (result == ZEPMediaList::kEnd) {
+            break;
+        }
+        if (result == ZEPMediaList::kSessionChanged) {
+            return fail("the database has changed; list it again");
+        }
+        if (result != ZEPMediaList::kItem) {
+            return failed(result);
+        }
+        print(listing, item);
+    }
+    return kDone;
+}
+
+int candidates(bool json, const Choice& choice) {
+    std::vector<UploadRule> rules = readRules(choice.rules);
+    const std::string order = choice.sort.empty() ? "" : readFile(choice.sort);
+    EngineLog log;
+    ZEPMediaList list;
+    const int matches = countShown(list, rules, log);
+    if (matches < 0) {
+        return failed(matches);
+    }
+    if (!choice.sort.empty() && list.sort(order.c_str()) != 0) {
+        (void)fail("%s: is no sort document", choice.sort.c_str());
+        return kWrongCall;
+    }
+    Listing listing(json, "candidates", {{"media_code", "code", 4}, {"file", "files", -1}});
+    const int status = walk(list, rules, choice.limit, listing);
+    listing.end({{"count", matches}});
+    return status;
+}
+
+int uploadStatus(const std::string& path, uint32_t status) {
+    const EngineLog log;
+    const int result = ZEPMediaList().setUploadStatus(path, static_cast<int>(status));
+    return result == 0 ? kDone
+                       : fail("%s: the status cannot be written (%d)", path.c_str(), result);
+}
+
+// Runs a command; a file that cannot be used is a wrong call.
+template <typename Run>
+int withFiles(Run run) {
+    try {
+        return run();
+    } catch (const simulator::InputError& error) {
+        (void)fail("%s", error.what());
+        return kWrongCall;
+    }
+}
+
+}  // namespace
+
+void addMediaListCommands(CommandLine& line) {
+    auto choice = std::make_shared<Choice>();
+    line.add("count", "Count the items that the upload rules accept",
+             [&line, choice] { return withFiles([&] { return count(line.json(), *choice); }); })
+        .requiredOption("--rules", "FILE", &choice->rules, "The upload rules");
+    line.add(
+            "candidates", "List the items that the upload rules accept, with all their files",
+            [&line, choice] { return withFiles([&] { return candidates(line.json(), *choice); }); })
+        .requiredOption("--rules", "FILE", &choice->rules, "The upload rules")
+        .option("--sort", "FILE", &choice->sort, "List them in the order of these sort rules")
+        .option("--limit", "N", &choice->limit, "List at most N items");
+
+    auto file = std::make_shared<std::string>();
+    auto status = std::make_shared<uint32_t>();
+    line.add("upload-status", "Write the upload status of a file through the media list",
+             [file, status] { return uploadStatus(*file, *status); })
+        .argument("DIR/FILE", file.get(), kFile, "The file")
+        .argument("N", status.get(), "The status");
+}
+
+}  // namespace mediactl

@@ -87,7 +87,7 @@ int candidates(bool json, const Choice& choice) {
         return failed(matches);
     }
     if (!choice.sort.empty() && list.sort(order.c_str()) != 0) {
-        (void)fail("%s: is no sort document", choice.sort.c_str());
+        (void)fail("%s: is no sort-rules document", choice.sort.c_str());
         return kWrongCall;
     }
     Listing listing(json, "candidates", {{"media_code", "code", 4}, {"file", "files", -1}});

@@ -12,21 +12,18 @@ namespace {
 struct List {
     uint32_t listOptions;
     uint32_t queryOptions;
-    const char* name;
-    const char* countLabel;
+    const char* timeFormat;
 };
 
 constexpr List kItems = {
     .listOptions = LIST_OPTION_VIDEO_GROUPING,
     .queryOptions = 0xFFFFFF00u & ~RTOS_DB_QUERY_METADATA_SESSION_FILES,
-    .name = "dbGetZEPItems",
-    .countLabel = "count_returned",
+    .timeFormat = "dbGetZEPItems time %lu sec, %lu usec, count_returned:%d\n",
 };
 constexpr List kSessionFiles = {
     .listOptions = 0,
     .queryOptions = 0x2000u | RTOS_DB_QUERY_METADATA_SESSION_FILES,
-    .name = "dbGetZEPSessionFileList",
-    .countLabel = "count_retured",
+    .timeFormat = "dbGetZEPSessionFileList time %lu sec, %lu usec, count_retured:%d\n",
 };
 
 int fetchPage(const List& list, uint32_t count, uint32_t startIndex, void* token,
@@ -51,9 +48,8 @@ int fetchPage(const List& list, uint32_t count, uint32_t startIndex, void* token
 
     const int returned = static_cast<int>(header->header.count_returned);
     const timeval time = elapsed.get();
-    UTIL_LOG(UTIL_LOG_DEBUG, "%s time %lu sec, %lu usec, %s:%d\n", list.name,
-             static_cast<unsigned long>(time.tv_sec), static_cast<unsigned long>(time.tv_usec),
-             list.countLabel, returned);
+    UTIL_LOG(UTIL_LOG_DEBUG, list.timeFormat, static_cast<unsigned long>(time.tv_sec),
+             static_cast<unsigned long>(time.tv_usec), returned);
     return returned;
 }
 

@@ -16,9 +16,12 @@ extern "C" {
 // token: any pointer; its low 32 bits tag the request.
 // itemCallback, fileCallback: either may be null; each gets its context.
 // sessionId: receives the database's session id. totalEntries: receives the number of items in the
-// whole list; may be null. Both are written whenever a list response came.
-// Returns the number of items delivered, or a negative number: -1 when the database cannot be
-// reached or the page is invalid, -3 for a response too short to be one.
+// whole list; may be null. Both are written whenever a response header came.
+// Returns the number of items delivered when the response ends inside a later one. Else the number
+// that the response counts, no more than were wanted: fewer are delivered when the whole list has
+// no more, none when the response ends inside the first one. Or a negative number: -1 when the
+// database cannot be reached or the page is invalid (items before the fault are delivered), -3 for
+// a response too short to hold a header.
 [[nodiscard]] int dbGetZEPItems(uint32_t count, uint32_t startIndex, void* token,
                                 zep_item_callback itemCallback, void* itemContext,
                                 zep_file_callback fileCallback, void* fileContext,

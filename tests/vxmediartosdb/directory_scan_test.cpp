@@ -31,26 +31,26 @@ int oddOnly(const char* fileName, int length) {
 TEST(DirectoryScan, CollectsTheEntriesOfAllMessages) {
     const struct {
         uint32_t status, transfers, names;
+        int result;
         const char* messages;  // separated by '|'
         db_scandir_filter filter;
-        int result;
         std::string kept;
         const char* log;
     } cases[] = {
-        {0, 1, 2, "12", nullptr, 0, "12", "ResponseHeader: status 0\n"},
-        {0, 3, 5, "12|34|5", nullptr, 0, "12345", "                number_transfers 3\n"},
-        {0, 2, 5, "12|34|5", nullptr, 0, "1234", "                number_file_names 5\n"},
-        {0, 9, 3, "12|3|4", nullptr, 0, "123", ""},
-        {0, 9, 5, "12.|.|3", nullptr, 0, "12", ""},
-        {0, 9, 5, "12", nullptr, 0, "12", ""},
-        {0, 1, 1, "12", nullptr, 0, "1", ""},
-        {0, 2, 4, "12|34", oddOnly, 0, "13", ""},
-        {0, 2, 2, "|12", nullptr, -5, "12", "ERROR:no scandir_result_item received!"},
-        {0, 1, 2, "01", nullptr, 0, "01", "ERROR:scandir_result_item filename is empty!"},
-        {0, 1, 7, "1234567", oddOnly, -10, "135", "ERROR:not enough size of file_entries!"},
-        {0, 3, 9, "1234|567|89", nullptr, -10, "123456", "not enough size of file_entries!"},
-        {0, 2, 0xFFFFFFFF, "1|2", nullptr, 0, "12", "SCANDIR response token is not matched!"},
-        {8, 1, 1, "1", nullptr, -7, "", "DB_CMD_NON_DB_SCANDIR, error on IPC received, status 8\n"},
+        {0, 1, 2, 0, "12", nullptr, "12", "ResponseHeader: status 0\n"},
+        {0, 3, 5, 0, "12|34|5", nullptr, "12345", "                number_transfers 3\n"},
+        {0, 2, 5, 0, "12|34|5", nullptr, "1234", "                number_file_names 5\n"},
+        {0, 9, 3, 0, "12|3|4", nullptr, "123", ""},
+        {0, 9, 5, 0, "12.|.|3", nullptr, "12", ""},
+        {0, 9, 5, 0, "12", nullptr, "12", ""},
+        {0, 1, 1, 0, "12", nullptr, "1", ""},
+        {0, 2, 4, 0, "12|34", oddOnly, "13", ""},
+        {0, 2, 2, -5, "|12", nullptr, "12", "ERROR:no scandir_result_item received!"},
+        {0, 1, 2, 0, "01", nullptr, "01", "ERROR:scandir_result_item filename is empty!"},
+        {0, 1, 7, -10, "1234567", oddOnly, "135", "ERROR:not enough size of file_entries!"},
+        {0, 3, 9, -10, "1234|567|89", nullptr, "123456", "not enough size of file_entries!"},
+        {0, 2, 0xFFFFFFFF, 0, "1|2", nullptr, "12", "SCANDIR response token is not matched!"},
+        {8, 1, 1, -7, "1", nullptr, "", "DB_CMD_NON_DB_SCANDIR, error on IPC received, status 8\n"},
     };
     g_logLevel = UTIL_LOG_DEBUG;
     for (const auto& row : cases) {
@@ -88,32 +88,23 @@ TEST(DirectoryScan, CollectsTheEntriesOfAllMessages) {
 }
 
 TEST(DirectoryScan, WritesNothingWhenItFails) {
-    const struct {
-        const char* directory;
-        int initResult;
-        Exchange exchange;
-        int result;
-        const char* log;
-    } cases[] = {
-        {"100VMED", 0, {}, -4, ""},
-        {"100VMEDIA", 0, {}, -4, ""},
-        {nullptr, 0, {}, -4, ""},
-        {"100VMEDI", -9, {}, -1, "vxIpcInit fail, ret -9\n"},
-        {"100VMEDI", 0, sendFails(), -1, "bytesRead=-1, RTOS transaction failed.\n"},
-        {"100VMEDI", 0, reply(Bytes(19)), -3,
-         "bytesRead=19 < sizeof db_scandir_response_header:20, failed, ret -3\n"},
-    };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(testing::Message() << row.result << row.log);
+    const auto check = [](const char* directory, int result, const std::string& log,
+                          int initResult = 0, const Exchange& exchange = {}) {
         reset();
-        platform.initResults = {row.initResult};
-        platform.then(row.exchange);
+        platform.initResults = {initResult};
+        platform.then(exchange);
         uint32_t count = 3;
-        EXPECT_EQ(dbScanDirectory(row.directory, nullptr, &count, nullptr), row.result);
+        EXPECT_EQ(dbScanDirectory(directory, nullptr, &count, nullptr), result) << log;
         EXPECT_EQ(count, 0u);
-        EXPECT_TRUE(row.log[0] ? platform.logged(row.log) : platform.opened == 0);
+        EXPECT_TRUE(log.empty() ? platform.opened == 0 : platform.logged(log)) << log;
         EXPECT_EQ(platform.opened, platform.closed);
-    }
+    };
+    for (const char* directory : {"100VMED", "100VMEDIA", static_cast<const char*>(nullptr)})
+        check(directory, -4, "");
+    check("100VMEDI", -1, "vxIpcInit fail, ret -9\n", -9);
+    check("100VMEDI", -1, "bytesRead=-1, RTOS transaction failed.\n", 0, sendFails());
+    check("100VMEDI", -3, "bytesRead=19 < sizeof db_scandir_response_header:20, failed, ret -3\n",
+          0, reply(Bytes(19)));
 }
 
 }  // namespace

@@ -27,35 +27,32 @@ struct Outputs {
     db_group_info group;
     db_video_specific_info video;
     db_more_info moreInfo;
-    db_gumi gumi;
-    db_gumi parent;
+    db_gumi gumi, parent;
     char fs[20];
-    uint8_t mask[kMemberMaskSize];
-    uint8_t highlightMask[kMemberMaskSize];
+    uint8_t mask[kMemberMaskSize], highlightMask[kMemberMaskSize];
     uint32_t highlights[4];
 
     Outputs() { std::memset(this, 0xEE, sizeof *this); }
     bool operator==(const Outputs& other) const { return !std::memcmp(this, &other, sizeof other); }
 };
 
-int askItem(Outputs& out) {
-    return getContentInfo(kBoth, &out.item);
-}
-int askGroup(Outputs& out) {
+constexpr auto askItem = [](Outputs& out) { return getContentInfo(kBoth, &out.item); };
+constexpr auto askName = [](Outputs& out) { return getContentInfoByGUMI(&kGumi, out.fs); };
+constexpr auto askGumi = [](Outputs& out) { return getFileGUMI(kBoth, &out.gumi, &out.parent); };
+constexpr auto askMoreInfo = [](Outputs& out) { return getMoreInfo(kBoth, &out.moreInfo); };
+constexpr auto askGroup = [](Outputs& out) {
     return getGroupContentInfo(kBoth, &out.group, &out.item, out.mask, out.highlightMask);
-}
-int askVideo(Outputs& out) {
+};
+constexpr auto askVideo = [](Outputs& out) {
     return getVideoSpecificInfo(kBoth, &out.video, &out.item, out.highlights, 4);
-}
-int askName(Outputs& out) {
-    return getContentInfoByGUMI(&kGumi, out.fs);
-}
-int askGumi(Outputs& out) {
-    return getFileGUMI(kBoth, &out.gumi, &out.parent);
-}
-int askMoreInfo(Outputs& out) {
-    return getMoreInfo(kBoth, &out.moreInfo);
-}
+};
+// The same without the outputs that may be null.
+constexpr auto askNoMasks = [](Outputs& out) {
+    return getGroupContentInfo(kBoth, &out.group, &out.item, nullptr, nullptr);
+};
+constexpr auto askNoHighlights = [](Outputs& out) {
+    return getVideoSpecificInfo("100V", &out.video, nullptr, nullptr, 4);
+};
 
 // A reply as it is received: bytes that did not come read as zero.
 struct Received {
@@ -70,53 +67,61 @@ struct Received {
         return true;
     }
 
+    // What each direct query must copy, and whether it must succeed.
+    bool item(Outputs& out) const { return part(&out.item, 20, 76); }
+    bool name(Outputs& out) const { return part(out.fs, 20, 20); }
+    bool moreInfo(Outputs& out) const { return part(&out.moreInfo, 20, 28); }
+    bool gumi(Outputs& out) const {
+        if (!(word(56) & 1) || !part(&out.parent, 112, 16))
+            out.parent = {};
+        return part(&out.gumi, 96, 16);
+    }
+    bool groupAlone(Outputs& out) const {
+        return kGroups.count(word(20)) && item(out) && part(&out.group, 96, 24);
+    }
+    bool group(Outputs& out) const {
+        const uint32_t distance = word(104) - word(100);
+        const uint64_t copied = distance / 8 + 1;
+        const bool hasMask = word(108) != 0;
+        if (!groupAlone(out) || (hasMask && !part(out.mask, 120, copied)))
+            return false;
+        const uint64_t next = 120 + (hasMask ? (uint64_t{distance} / 32 + 1) * 4 : 0);
+        return word(52) == 0 || part(out.highlightMask, next, copied) ||
+               !kPhotoGroups.count(word(20));
+    }
+    bool videoAlone(Outputs& out) const {
+        return kVideos.count(word(20)) && part(&out.video, 96, 24);
+    }
+    bool video(Outputs& out) const {
+        return videoAlone(out) && item(out) &&
+               part(out.highlights, 120, 4 * std::min(word(112), 4u));
+    }
+
+    // The HTTP status of a response query, without and with an item in its reply.
+    int status() const {
+        if (size < 20)
+            return 500;
+        const std::map<uint32_t, int> statuses = {{0, 200}, {1, 503}, {2, 503}, {3, 404}, {4, 404}};
+        const auto known = statuses.find(word(4));
+        return known == statuses.end() ? 500 : known->second;
+    }
+    int itemStatus() const {
+        if (status() != 200 || size < 96)
+            return status() == 200 ? 500 : status();
+        return word(20) == 0xFFFFFFFF ? 404 : 200;
+    }
+    bool hasVideo() const { return size >= 120 + 4 * uint64_t{word(112)}; }
+
     size_t size;
     Bytes bytes;
 };
 
-// What each direct query must copy, and whether it must succeed.
-
-bool expectItem(const Received& reply, Outputs& out) {
-    return reply.part(&out.item, 20, 76);
-}
-bool expectGroup(const Received& reply, Outputs& out) {
-    const uint32_t distance = reply.word(104) - reply.word(100);
-    const uint64_t copied = distance / 8 + 1;
-    uint64_t next = 120;
-    if (!kGroups.count(reply.word(20)) || !expectItem(reply, out) ||
-        !reply.part(&out.group, 96, 24))
-        return false;
-    if (reply.word(108) != 0) {
-        if (!reply.part(out.mask, next, copied))
-            return false;
-        next += (uint64_t{distance} / 32 + 1) * 4;
-    }
-    return reply.word(52) == 0 || reply.part(out.highlightMask, next, copied) ||
-           !kPhotoGroups.count(reply.word(20));
-}
-bool expectVideo(const Received& reply, Outputs& out) {
-    return kVideos.count(reply.word(20)) && expectItem(reply, out) &&
-           reply.part(&out.video, 96, 24) &&
-           reply.part(out.highlights, 120, 4 * std::min(reply.word(112), 4u));
-}
-bool expectName(const Received& reply, Outputs& out) {
-    return reply.part(out.fs, 20, 20);
-}
-bool expectGumi(const Received& reply, Outputs& out) {
-    if (!(reply.word(56) & 1) || !reply.part(&out.parent, 112, 16))
-        out.parent = {};
-    return reply.part(&out.gumi, 96, 16);
-}
-bool expectMoreInfo(const Received& reply, Outputs& out) {
-    return reply.part(&out.moreInfo, 20, 28);
-}
-
 template <auto ask, auto expect>
-void judgeDirect(const Bytes& bytes) {
+void direct(const Bytes& bytes) {
     const Received reply(bytes);
     Outputs out;
     Outputs expected;
-    const bool succeeds = reply.size >= 20 && reply.word(8) != 0 && expect(reply, expected);
+    const bool succeeds = reply.size >= 20 && reply.word(8) != 0 && (reply.*expect)(expected);
     EXPECT_EQ(ask(out), succeeds ? 0 : -1);
     EXPECT_TRUE(out == (succeeds ? expected : Outputs()));
 }
@@ -131,65 +136,63 @@ long at(const void* found) {
     return found ? static_cast<const uint8_t*>(found) - buffer : kNull;
 }
 
-int statusOf(const Received& reply) {
-    if (reply.size < 20)
-        return 500;
-    const std::map<uint32_t, int> statuses = {{0, 200}, {1, 503}, {2, 503}, {3, 404}, {4, 404}};
-    const auto known = statuses.find(reply.word(4));
-    return known == statuses.end() ? 500 : known->second;
-}
-
-int itemStatusOf(const Received& reply) {
-    const int status = statusOf(reply);
-    if (status != 200 || reply.size < 96)
-        return status == 200 ? 500 : status;
-    return reply.word(20) == 0xFFFFFFFF ? 404 : 200;
-}
-
 // A pointer that no query gives, so that a query which leaves it is seen.
 template <typename Record>
 const Record* unset() {
     return reinterpret_cast<const Record*>(buffer + 1499);
 }
 
+// Checks the result of a response query and the lines that tell its reason.
+void checkStatus(int result, int status, const Received& reply) {
+    EXPECT_EQ(result, status);
+    const std::string size = std::to_string(reply.size);
+    EXPECT_EQ(platform.logged("ERROR:Invalid response size (" + size + "), discarding\n"),
+              reply.size < 20 || (status == 500 && reply.status() == 200));
+    const uint32_t reported = reply.size < 20 ? 0 : reply.word(4);
+    EXPECT_EQ(platform.logged("ERROR:error on IPC received, exiting, status " +
+                              std::to_string(static_cast<int>(reported)) + "\n @"),
+              reported == 3 || reported > 4);
+}
+
 void judgeItem(const Bytes& bytes) {
     const Received reply(bytes);
-    const int status = itemStatusOf(reply);
+    const int status = reply.itemStatus();
     auto* item = unset<db_item_record>();
-    EXPECT_EQ(getContentInfoResponse(&connection, kDirectory, kFile, buffer, &item), status);
+    checkStatus(getContentInfoResponse(&connection, kDirectory, kFile, buffer, &item), status,
+                reply);
     EXPECT_EQ(at(item), status == 200 ? 20 : kNull);
 }
 
 void judgeVideo(const Bytes& bytes) {
     const Received reply(bytes);
-    const bool complete = reply.size >= 120 + 4 * uint64_t{reply.word(112)};
-    int status = itemStatusOf(reply);
-    if (status == 200 && !complete && reply.word(20) <= 3)
+    int status = reply.itemStatus();
+    if (status == 200 && !reply.hasVideo() && reply.word(20) <= 3)
         status = 500;
     auto* item = unset<db_item_record>();
     auto* video = unset<db_video_specific_info>();
-    EXPECT_EQ(getVideoSpecificInfoResponse(&connection, kDirectory, kFile, buffer, &item, &video),
-              status);
+    checkStatus(getVideoSpecificInfoResponse(&connection, kDirectory, kFile, buffer, &item, &video),
+                status, reply);
     EXPECT_EQ(at(item), status == 200 ? 20 : kNull);
-    EXPECT_EQ(at(video), status == 200 && complete ? 96 : kNull);
+    EXPECT_EQ(at(video), status == 200 && reply.hasVideo() ? 96 : kNull);
 }
 
 void judgeMoreInfo(const Bytes& bytes) {
     const Received reply(bytes);
-    const int status = statusOf(reply) == 200 && reply.size < 48 ? 500 : statusOf(reply);
+    const int status = reply.status() == 200 && reply.size < 48 ? 500 : reply.status();
     auto* moreInfo = unset<db_more_info>();
-    EXPECT_EQ(getMoreInfoResponse(&connection, kDirectory, kFile, buffer, &moreInfo), status);
+    checkStatus(getMoreInfoResponse(&connection, kDirectory, kFile, buffer, &moreInfo), status,
+                reply);
     EXPECT_EQ(at(moreInfo), status == 200 ? 20 : kNull);
 }
 
 void judgeGumi(const Bytes& bytes) {
     const Received reply(bytes);
-    const int status = itemStatusOf(reply);
+    const int status = reply.itemStatus();
     auto* item = unset<db_item_record>();
     auto* gumi = unset<db_gumi>();
     auto* parent = unset<db_gumi>();
-    EXPECT_EQ(getFileGUMIResponse(&connection, kDirectory, kFile, buffer, &item, &gumi, &parent),
-              status);
+    checkStatus(getFileGUMIResponse(&connection, kDirectory, kFile, buffer, &item, &gumi, &parent),
+                status, reply);
     EXPECT_EQ(at(item), status == 200 ? 20 : kNull);
     EXPECT_EQ(at(gumi), status == 200 ? 96 : kNull);
     EXPECT_EQ(at(parent), status == 200 && reply.word(56) & 1 ? 112 : kNull);
@@ -200,14 +203,14 @@ void judgeGumi(const Bytes& bytes) {
 }
 
 void judgeStatus(const Bytes& bytes) {
-    EXPECT_EQ(getWriteUploadStatusResponse(&connection, kDirectory, kFile, buffer, 7),
-              statusOf(Received(bytes)));
+    const Received reply(bytes);
+    checkStatus(getWriteUploadStatusResponse(&connection, kDirectory, kFile, buffer, 7),
+                reply.status(), reply);
 }
 
 void judgeDuration(const Bytes& bytes) {
     const Received reply(bytes);
-    const bool found = itemStatusOf(reply) == 200 &&
-                       (reply.word(20) > 3 || reply.size >= 120 + 4 * uint64_t{reply.word(112)});
+    const bool found = reply.itemStatus() == 200 && (reply.word(20) > 3 || reply.hasVideo());
     uint32_t duration = kUntouched;
     getVideoDuration(kDirectory, kFile, &duration);
     EXPECT_EQ(duration, found ? reply.word(100) : 0);
@@ -221,7 +224,7 @@ const Bytes kBurstReply =
 const Bytes kChapteredReply =
     join({responseHeader(3, 1), itemRecord(2, kFile, 1), groupInfo(1, 0, 9)});
 const Bytes kVideoReply = join(
-    {responseHeader(4, 1), itemRecord(0, kFile), videoInfo(1500, 5), words({10, 20, 30, 40, 50})});
+    {responseHeader(4, 1), itemRecord(3, kFile), videoInfo(1500, 5), words({10, 20, 30, 40, 50})});
 const Bytes kBurstVideoReply =
     join({responseHeader(4, 1), itemRecord(12, kFile), videoInfo(1500, 2), words({1, 2})});
 const Bytes kNameReply = join({responseHeader(6, 1), kFileSubject});
@@ -229,7 +232,8 @@ const Bytes kGumiReply =
     join({responseHeader(7, 1), itemRecord(0, kFile, 0, 1), Bytes(16, 0xA5), Bytes(16, 0x5A)});
 const Bytes kMoreInfoReply = join({responseHeader(8, 1), words({1920, 1080, 30, 1, 1, 0, 9})});
 
-Query query(const char* name, const Bytes& reply, void (*judge)(const Bytes&),
+// got: what the query's log calls itself when a reply has come.
+Query query(const char* name, const Bytes& reply, void (*judge)(const Bytes&), const char* got = "",
             const Bytes& subject = kFileSubject) {
     return {
         name, reply, {}, [=](const Bytes& bytes) {
@@ -237,55 +241,37 @@ Query query(const char* name, const Bytes& reply, void (*judge)(const Bytes&),
             const Bytes& request = platform.requests.at(0);
             EXPECT_EQ(request, join({words({wordAt(reply, 0), 1, wordAt(request, 8)}), subject}));
             EXPECT_EQ(platform.requests.size(), 1u);
+            const std::string size = " got " + std::to_string(bytes.size()) + " bytes\n";
+            EXPECT_TRUE(!*got || platform.logged(std::string("UTIL_LOG_DEBUG:") + got + size));
         }};
 }
 
 INSTANTIATE_TEST_SUITE_P(
     FileQueries, ReplySweep,
-    testing::Values(query("item", kItemReply, judgeDirect<askItem, expectItem>),
-                    query("burst", kBurstReply, judgeDirect<askGroup, expectGroup>),
-                    query("chaptered video", kChapteredReply, judgeDirect<askGroup, expectGroup>),
-                    query("video", kVideoReply, judgeDirect<askVideo, expectVideo>),
-                    query("name of a GUMI", kNameReply, judgeDirect<askName, expectName>,
-                          {kGumi.bytes, kGumi.bytes + 16}),
-                    query("GUMI", kGumiReply, judgeDirect<askGumi, expectGumi>),
-                    query("more info", kMoreInfoReply, judgeDirect<askMoreInfo, expectMoreInfo>),
-                    query("item response", kItemReply, judgeItem),
-                    query("video response", kVideoReply, judgeVideo),
-                    query("burst video response", kBurstVideoReply, judgeVideo),
-                    query("GUMI response", kGumiReply, judgeGumi),
-                    query("more info response", kMoreInfoReply, judgeMoreInfo),
-                    query("upload status response", responseHeader(9, 1), judgeStatus,
-                          join({kFileSubject, words({7})})),
-                    query("duration", kVideoReply, judgeDuration),
-                    query("duration of a burst video", kBurstVideoReply, judgeDuration)),
+    testing::Values(
+        query("item", kItemReply, direct<askItem, &Received::item>, "getContentInfo"),
+        query("burst", kBurstReply, direct<askGroup, &Received::group>, "getGroupContentInfo"),
+        query("chaptered video", kChapteredReply, direct<askGroup, &Received::group>),
+        query("group alone", kBurstReply, direct<askNoMasks, &Received::groupAlone>),
+        query("video", kVideoReply, direct<askVideo, &Received::video>, "getVideoSpecificInfo"),
+        query("video alone", kVideoReply, direct<askNoHighlights, &Received::videoAlone>, "",
+              join({text("100V"), Bytes(16)})),
+        query("name of a GUMI", kNameReply, direct<askName, &Received::name>, "getContentInfo",
+              {kGumi.bytes, kGumi.bytes + 16}),
+        query("GUMI", kGumiReply, direct<askGumi, &Received::gumi>, "getContentInfo"),
+        query("more info", kMoreInfoReply, direct<askMoreInfo, &Received::moreInfo>, "getMoreInfo"),
+        query("item response", kItemReply, judgeItem),
+        query("video response", kVideoReply, judgeVideo),
+        query("burst video response", kBurstVideoReply, judgeVideo),
+        query("GUMI response", kGumiReply, judgeGumi),
+        query("more info response", kMoreInfoReply, judgeMoreInfo),
+        query("upload status response", responseHeader(9, 1), judgeStatus, "",
+              join({kFileSubject, words({7})})),
+        query("duration", kVideoReply, judgeDuration),
+        query("duration of a burst video", kBurstVideoReply, judgeDuration)),
     queryName);
 
-class FileQueries : public testing::Test {
-  protected:
-    void SetUp() override {
-        reset();
-        g_logLevel = UTIL_LOG_DEBUG;
-    }
-    void TearDown() override { g_logLevel = UTIL_LOG_ERROR; }
-};
-
-TEST_F(FileQueries, JudgeEachContentTypeAndStatus) {
-    for (uint32_t value = 0; value < 15; value++) {
-        SCOPED_TRACE(value);
-        Bytes video = kVideoReply;
-        putWord(video, 20, value);
-        Bytes group = kBurstReply;
-        putWord(group, 20, value);
-        Bytes status = kItemReply;
-        putWord(status, 4, value);
-        platform.exchanges = {reply(video), reply(group), reply(video), reply(status)};
-        judgeDirect<askVideo, expectVideo>(video);
-        judgeDirect<askGroup, expectGroup>(group);
-        judgeVideo(video);
-        judgeItem(status);
-    }
-}
+using FileQueries = QueryTest;
 
 Bytes cut(const Bytes& bytes, size_t size) {
     return {bytes.begin(), bytes.begin() + static_cast<long>(size)};
@@ -294,123 +280,76 @@ Bytes with(Bytes bytes, size_t offset, uint32_t value) {
     putWord(bytes, offset, value);
     return bytes;
 }
-int askLittle(Outputs& out) {
-    return getVideoSpecificInfo("100V", &out.video, nullptr, nullptr, 4);
-}
-int askNoMask(Outputs& out) {
-    return getGroupContentInfo(kBoth, &out.group, &out.item, nullptr, nullptr);
-}
 
-constexpr const char* kError = "UTIL_LOG_ERROR:";
-constexpr const char* kWarning = "UTIL_LOG_WARN :";
-constexpr const char* kDebug = "UTIL_LOG_DEBUG:";
-
-TEST_F(FileQueries, LogAndJudgeAsOne) {
+TEST_F(FileQueries, LogWhatTheyFind) {
+    g_logLevel = UTIL_LOG_DEBUG;
+    constexpr auto item = direct<askItem, &Received::item>;
+    constexpr auto group = direct<askGroup, &Received::group>;
+    constexpr auto video = direct<askVideo, &Received::video>;
+    constexpr auto videoAlone = direct<askNoHighlights, &Received::videoAlone>;
     const struct {
-        int (*ask)(Outputs&);
+        void (*judge)(const Bytes&);
         Exchange exchange;
-        int result;
-        std::string level;
         const char* log;
     } cases[] = {
-        {askItem, sendFails(-5), -1, kError, "error on IPC send -5\n"},
-        {askGumi, sendFails(-5), -1, kError, " error on IPC send -5\n"},
-        {askName, receiveFails(-3), -1, kError, "error on IPC received -3, exiting\n"},
-        {askItem, reply(cut(kItemReply, 95)), -1, kError, "error on IPC received 95, exiting\n"},
-        {askVideo, reply(cut(kVideoReply, 135)), -1, kError,
-         "error on IPC received 135, exiting\n"},
-        {askItem, reply(kItemReply), 0, kDebug, "getContentInfo got 96 bytes\n"},
-        {askGroup, reply(kBurstReply), 0, kDebug, "getGroupContentInfo got 136 bytes\n"},
-        {askVideo, reply(kVideoReply), 0, kDebug, "getVideoSpecificInfo got 140 bytes\n"},
-        {askName, reply(kNameReply), 0, kDebug, "getContentInfo got 40 bytes\n"},
-        {askGumi, reply(kGumiReply), 0, kDebug, "getContentInfo got 128 bytes\n"},
-        {askMoreInfo, reply(kMoreInfoReply), 0, kDebug, "getMoreInfo got 48 bytes\n"},
-        {askItem, reply(kItemReply), 0, kDebug, "ResponseHeader: command_type 2\n"},
-        {askItem, reply(kItemReply), 0, kDebug, "time 0 sec, "},
-        {askItem, reply(with(kItemReply, 4, 9)), 0, kWarning, "vxIpcReceive response status 9\n"},
-        {askItem, reply(with(kItemReply, 16, 77)), 0, kWarning, "Tokens don't match 77 "},
-        {askItem, reply(with(kItemReply, 8, 0)), -1, kError,
-         "vxIpcReceive response count_returned 0 - returning -1\n"},
-        {askItem, reply(with(kItemReply, 8, 3)), 0, kError,
-         "command 2 requested 1, response returned 3, setting response returned to 1\n"},
-        {askItem, reply(with(kItemReply, 8, 3)), 0, kError,
-         "vxIpcReceive response count_returned 1 - using first\n"},
-        {askVideo, reply(with(kVideoReply, 20, 4)), -1, kError,
-         "struct db_content_type 4 - must be video for operation\n"},
-        {askGroup, reply(with(kBurstReply, 20, 0)), -1, kError,
-         "struct db_content_type 0 - must be group content for operation\n"},
-        {askLittle, reply(with(kVideoReply, 112, 0)), 0, kDebug,
-         "highlights (nil), maxNumberHighlightsExpected 4, vsi->highlight_count 0 - skipping "
+        {item, sendFails(-5), "ERROR:error on IPC send -5\n"},
+        {direct<askGumi, &Received::gumi>, sendFails(-5), "ERROR: error on IPC send -5\n"},
+        {item, receiveFails(-3), "ERROR:error on IPC received -3, exiting\n"},
+        {item, reply(cut(kItemReply, 95)), "ERROR:error on IPC received 95, exiting\n"},
+        {video, reply(cut(kVideoReply, 135)), "ERROR:error on IPC received 135, exiting\n"},
+        {item, reply(kItemReply), "DEBUG:ResponseHeader: command_type 2\n"},
+        {item, reply(kItemReply), "DEBUG:time 0 sec, "},
+        {item, reply(with(kItemReply, 4, 9)), "WARN :vxIpcReceive response status 9\n"},
+        {item, reply(with(kItemReply, 16, 77)), "WARN :Tokens don't match 77 "},
+        {item, reply(with(kItemReply, 8, 0)),
+         "ERROR:vxIpcReceive response count_returned 0 - returning -1\n"},
+        {item, reply(with(kItemReply, 8, 3)),
+         "ERROR:command 2 requested 1, response returned 3, setting response returned to 1\n"},
+        {item, reply(with(kItemReply, 8, 3)),
+         "ERROR:vxIpcReceive response count_returned 1 - using first\n"},
+        {video, reply(with(kVideoReply, 20, 4)),
+         "ERROR:struct db_content_type 4 - must be video for operation\n"},
+        {group, reply(with(kBurstReply, 20, 0)),
+         "ERROR:struct db_content_type 0 - must be group content for operation\n"},
+        {videoAlone, reply(with(kVideoReply, 112, 0)),
+         "DEBUG:highlights (nil), maxNumberHighlightsExpected 4, vsi->highlight_count 0 - skipping "
          "copy\n"},
-        {askVideo, reply(kVideoReply), 0, kDebug,
-         "maxNumberHighlightsExpected 4, vsi->highlight_count 5, only returning 4\n"},
-        {askLittle, reply(cut(kVideoReply, 120)), 0, kDebug,
-         "highlights (nil) - skipping highlight copy\n"},
-        {askNoMask, reply(cut(kBurstReply, 120)), 0, kDebug, "getGroupContentInfo got 120 bytes\n"},
+        {video, reply(kVideoReply),
+         "DEBUG:maxNumberHighlightsExpected 4, vsi->highlight_count 5, only returning 4\n"},
+        {videoAlone, reply(kVideoReply), "DEBUG:highlights (nil) - skipping highlight copy\n"},
+        {judgeGumi, reply(cut(kGumiReply, 100)),
+         "WARN :Insufficient response size (100), invalidating GUMIs\n"},
+        {judgeItem, reply(with(kItemReply, 20, 0xFFFFFFFF)),
+         "WARN :Invalid content type (-1), inferring FILE NOT_FOUND\n"},
+        {judgeItem, reply(kItemReply), "WARN :Tokens don't match 0 "},
+        {judgeItem, reply(with(kItemReply, 8, 2)),
+         "WARN :command 2 requested 1, response returned 2"},
+        {judgeItem, reply(kItemReply), "DEBUG:         dir_name 100VMEDI\n"},
+        {judgeStatus, reply(responseHeader(9, 1)), "DEBUG:         file_name VXMF0012.MP4\n"},
+        {judgeStatus, reply(responseHeader(9, 1)), "DEBUG:         upload_status 7\n"},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.log);
         reset();
         platform.then(row.exchange);
-        Outputs out;
-        EXPECT_EQ(row.ask(out), row.result);
-        EXPECT_TRUE(row.result == 0 || out == Outputs());
-        EXPECT_TRUE(platform.logged(row.level + row.log)) << testing::PrintToString(platform.logs);
+        row.judge(row.exchange.replies.empty() ? Bytes() : row.exchange.replies[0]);
+        EXPECT_TRUE(platform.logged(row.log)) << testing::PrintToString(platform.logs);
         EXPECT_EQ(platform.opened, platform.closed);
     }
-    platform.requests.clear();
-    Outputs out;
-    EXPECT_EQ(askLittle(out), -1);
-    EXPECT_EQ(cut(platform.requests[0], 32),
-              join({cut(platform.requests[0], 12), text("100V"), Bytes(16)}));
-    platform.initResults = {-7};
-    EXPECT_EQ(askItem(out), -7);
-    EXPECT_TRUE(platform.logged("UTIL_LOG_ERROR:vxIpcInit fail, ret -7\n"));
 }
 
-TEST_F(FileQueries, LogAndJudgeResponses) {
-    const struct {
-        void (*judge)(const Bytes&);
-        Bytes reply;
-        std::string level;
-        const char* log;
-    } cases[] = {
-        {judgeItem, Bytes(19), kError, "Invalid response size (19), discarding\n"},
-        {judgeItem, cut(kItemReply, 95), kError, "Invalid response size (95), discarding\n"},
-        {judgeVideo, cut(kVideoReply, 139), kError, "Invalid response size (139), discarding\n"},
-        {judgeMoreInfo, cut(kMoreInfoReply, 47), kError,
-         "Invalid response size (47), discarding\n"},
-        {judgeGumi, cut(kGumiReply, 100), kWarning,
-         "Insufficient response size (100), invalidating GUMIs\n"},
-        {judgeItem, with(kItemReply, 20, 0xFFFFFFFF), kWarning,
-         "Invalid content type (-1), inferring FILE NOT_FOUND\n"},
-        {judgeItem, with(kItemReply, 4, 3), kError, "error on IPC received, exiting, status 3\n"},
-        {judgeItem, with(kItemReply, 4, 5), kError, "error on IPC received, exiting, status 5\n"},
-        {judgeItem, kItemReply, kWarning, "Tokens don't match 0 "},
-        {judgeItem, with(kItemReply, 8, 2), kWarning, "command 2 requested 1, response returned 2"},
-        {judgeItem, kItemReply, kDebug, "         dir_name 100VMEDI\n"},
-        {judgeStatus, responseHeader(9, 1), kDebug, "         file_name VXMF0012.MP4\n"},
-        {judgeStatus, responseHeader(9, 1), kDebug, "         upload_status 7\n"},
-    };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.log);
-        reset();
+TEST_F(FileQueries, RepeatAFailedExchangeOnTheCallersConnectionOnly) {
+    for (const auto judge : {judgeItem, judgeStatus}) {
         platform.then(sendFails(), 10);
-        platform.then(reply(row.reply));
-        row.judge(row.reply);
-        EXPECT_TRUE(platform.logged(row.level + row.log)) << testing::PrintToString(platform.logs);
-        EXPECT_EQ(platform.pauses.size(), 10u);
+        platform.then(reply(kItemReply));
+        judge(kItemReply);
     }
-    for (uint32_t status : {1u, 2u, 4u}) {
-        reset();
-        platform.then(reply(with(kItemReply, 4, status)));
-        judgeItem(with(kItemReply, 4, status));
-        EXPECT_FALSE(platform.logged(kError));
-    }
-    platform.initResults = {-7};
-    uint32_t duration = kUntouched;
-    getVideoDuration(kDirectory, kFile, &duration);
-    EXPECT_EQ(duration, 0u);
+    EXPECT_EQ(platform.pauses.size(), 20u);
+    platform.initResults = {-7, -7};
+    Outputs out;
+    EXPECT_EQ(askItem(out), -7);
+    EXPECT_TRUE(platform.logged("UTIL_LOG_ERROR:vxIpcInit fail, ret -7\n"));
+    judgeDuration({});
     EXPECT_TRUE(platform.logged("UTIL_LOG_ERROR:rtosConnectionCtor ret < 0"));
 }
 

@@ -20,52 +20,41 @@ void setModel(uint32_t model) {
     };
 }
 
-struct Row {
-    const char* item;
-    uint32_t type, group, member;
-    const char* name;
-    const char* zeroBasedName = nullptr;  // when the model makes a difference
-};
-
-const Row kFileNames[] = {{"VHAA0001.MP4", 1, 1001, 2, "VHAA0002.MP4"},
-                          {"VLAA0001.LRV", 1, 1027, 9999, "VLBA9999.MP4"},
-                          {"VMAA0001.MRV", 1, 1676, 1, "VMZZ0001.MP4"},
-                          {"VXQR0001.THM", 1, 1000, 7, "VXQR0007.MP4"},
-                          {"VXQR0001.360", 1, 1677, 7, "VXQR0007.MP4"},
-                          {"VXAA0001.JPG", 1, 12, 7, "V0120007.MP4"},
-                          {"VXAA0000.MP4", 1, 12, 7, "V0120007.MP4"},
-                          {"VX@Z0001.MP4", 1, 12, 7, "V0120007.MP4"},
-                          {"VXA[0001.MP4", 1, 12, 7, "V0120007.MP4"},
-                          {"VXAA000:.MP4", 1, 12, 7, "V0120007.MP4"},
-                          {"VPAA0001.MP4", 1, 12, 7, "V0120007.MP4"},
-                          {"WXAA0001.MP4", 1, 12, 7, "W0120007.MP4"},
-                          {"V0120001.MP4", 1, 123456, 7, "V1234560007."},
-                          {"VXMF0012.MP4", 2, 12, 0, "VXMF0012.MP4"},
-                          {"VXMF0012.MP4", 2, 12, 1, "VX020012.MP4", "VX010012.MP4"},
-                          {"VXMF0012.360", 2, 12, 2, "VX030012.MP4", "VX020012.MP4"},
-                          {"VH010012.360", 2, 12, 2, "VH030012.360", "VH020012.360"},
-                          {"W%010012.MP4", 2, 12, 1, "V%020012.MP4", "V%010012.MP4"},
-                          {"VPAA0001.JPG", 5, 1002, 3, "VPAB0003.JPG"},
-                          {"VSAA0001.JPG", 8, 1002, 3, "VSAB0003.JPG"},
-                          {"VXAA0001.JPG", 10, 2, 3, "V0020003.JPG"},
-                          {"VPAA0001.MP4", 6, 2, 30, "V0020030.JPG"}};
-const Row kDurationNames[] = {{"VXAA0001.MP4", 1, 1002, 7, "VXAB0007.MP4"},
-                              {"V0120001.MP4", 1, 1002, 7, "V0AB0007.MP4"},
-                              {"VH010012.360", 2, 12, 2, "VH030012.MP4", "VH020012.MP4"}};
-
-void checkName(const Row& row, MemberNameUse use, bool oneBasedChapters) {
-    const Bytes bytes = itemRecord(row.type, row.item);
-    const auto& item = *reinterpret_cast<const db_item_record*>(bytes.data());
-    const bool other = !oneBasedChapters && row.zeroBasedName;
-    EXPECT_STREQ(MemberNames(item, row.group, use).name(row.member).data(),
-                 other ? row.zeroBasedName : row.name);
-}
+constexpr auto kFiles = MemberNameUse::kFiles;
+constexpr auto kDurations = MemberNameUse::kDurations;
 
 void checkNames(bool oneBasedChapters) {
-    for (const Row& row : kFileNames)
-        checkName(row, MemberNameUse::kFiles, oneBasedChapters);
-    for (const Row& row : kDurationNames)
-        checkName(row, MemberNameUse::kDurations, oneBasedChapters);
+    const auto check = [](const char* itemName, uint32_t type, uint32_t group, uint32_t member,
+                          const char* name, MemberNameUse use = kFiles) {
+        const Bytes bytes = itemRecord(type, itemName);
+        const auto& item = *reinterpret_cast<const db_item_record*>(bytes.data());
+        EXPECT_STREQ(MemberNames(item, group, use).name(member).data(), name);
+    };
+    check("VHAA0001.MP4", 1, 1001, 2, "VHAA0002.MP4");
+    check("VLAA0001.LRV", 1, 1027, 9999, "VLBA9999.MP4");
+    check("VMAA0001.MRV", 1, 1676, 1, "VMZZ0001.MP4");
+    check("VXQR0001.THM", 1, 1000, 7, "VXQR0007.MP4");
+    check("VXQR0001.360", 1, 1677, 7, "VXQR0007.MP4");
+    for (const char* item : {"VXAA0001.JPG", "VXAA0000.MP4", "VX@Z0001.MP4", "VXA[0001.MP4",
+                             "VXAA000:.MP4", "VPAA0001.MP4"})
+        check(item, 1, 12, 7, "V0120007.MP4");
+    check("WXAA0001.MP4", 1, 12, 7, "W0120007.MP4");
+    check("V0120001.MP4", 1, 123456, 7, "V1234560007.");
+    check("VXAA0001.MP4", 1, 1002, 7, "VXAB0007.MP4", kDurations);
+    check("V0120001.MP4", 1, 1002, 7, "V0AB0007.MP4", kDurations);
+
+    const bool one = oneBasedChapters;
+    check("VXMF0012.MP4", 2, 12, 0, "VXMF0012.MP4");
+    check("VXMF0012.MP4", 2, 12, 1, one ? "VX020012.MP4" : "VX010012.MP4");
+    check("VXMF0012.360", 2, 12, 2, one ? "VX030012.MP4" : "VX020012.MP4");
+    check("VH010012.360", 2, 12, 2, one ? "VH030012.360" : "VH020012.360");
+    check("W%010012.MP4", 2, 12, 1, one ? "V%020012.MP4" : "V%010012.MP4");
+    check("VH010012.360", 2, 12, 2, one ? "VH030012.MP4" : "VH020012.MP4", kDurations);
+
+    check("VPAA0001.JPG", 5, 1002, 3, "VPAB0003.JPG");
+    check("VSAA0001.JPG", 8, 1002, 3, "VSAB0003.JPG");
+    check("VXAA0001.JPG", 10, 2, 3, "V0020003.JPG");
+    check("VPAA0001.MP4", 6, 2, 30, "V0020030.JPG");
 }
 
 TEST(MemberNames, FollowTheItemsName) {
@@ -74,7 +63,7 @@ TEST(MemberNames, FollowTheItemsName) {
     db_item_record photo = {};
     photo.content_type = DB_CONTENT_TYPE_SINGLE_PHOTO;
     g_logLevel = UTIL_LOG_WARN;
-    EXPECT_FALSE(MemberNames(photo, 1, MemberNameUse::kFiles).exist());
+    EXPECT_FALSE(MemberNames(photo, 1, kFiles).exist());
     g_logLevel = UTIL_LOG_ERROR;
     EXPECT_TRUE(platform.logged("content type 4 unhandled for group"));
 }

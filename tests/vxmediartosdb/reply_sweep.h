@@ -23,11 +23,14 @@ struct Query {
     std::function<void(const Bytes& reply)> ask;  // asks the query, judges result and outputs
 };
 
-class ReplySweep : public testing::TestWithParam<Query> {
+// Starts without a script and leaves the log as quiet as it is at first.
+class QueryTest : public testing::Test {
   protected:
-    void SetUp() override { g_logLevel = UTIL_LOG_DEBUG; }
+    void SetUp() override { reset(); }
     void TearDown() override { g_logLevel = UTIL_LOG_ERROR; }
 };
+
+class ReplySweep : public QueryTest, public testing::WithParamInterface<Query> {};
 
 inline std::string queryName(const testing::TestParamInfo<Query>& query) {
     std::string name = query.param.name;

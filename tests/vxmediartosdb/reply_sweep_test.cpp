@@ -1,5 +1,7 @@
 #include "tests/vxmediartosdb/reply_sweep.h"
 
+#include <set>
+
 #include "libvxMediaRTOSDB/src/member_mask.h"
 
 namespace scripted {
@@ -9,6 +11,7 @@ namespace {
 // get an empty one.
 void askOnce(const Query& query, const Bytes& reply, bool rightToken) {
     reset();
+    g_logLevel = UTIL_LOG_DEBUG;
     platform.answer = [&](const Bytes& request) -> Exchange {
         if (platform.requests.size() > 1)
             return scripted::reply({});
@@ -39,7 +42,10 @@ TEST_P(ReplySweep, EveryWord) {
     const Query& query = GetParam();
     for (size_t offset = 0; offset + 4 <= query.reply.size(); offset += 4) {
         const uint32_t right = wordAt(query.reply, offset);
-        for (uint32_t value : {0u, 1u, right - 1, right + 1, 0x7FFFFFFFu, 1u << 31, ~0u}) {
+        std::set<uint32_t> values = {0, 1, right - 1, right + 1, 0x7FFFFFFF, 1u << 31, ~0u};
+        for (uint32_t kind = 0; right < 15 && kind < 15; kind++)  // every content type and status
+            values.insert(kind);
+        for (uint32_t value : values) {
             SCOPED_TRACE(testing::Message() << "offset " << offset << " value " << value);
             Bytes reply = query.reply;
             putWord(reply, offset, value);

@@ -89,8 +89,8 @@ TEST(ChannelServer, servesManyConnectionsWhoeverReadsSlowly) {
         ASSERT_GE(vxIpcInit(kChannel, &endpoint), 0);
     }
     for (int round = 0; round < 2; ++round) {
-        for (unsigned char i = 1; i <= others.size(); ++i) {
-            EXPECT_EQ(ask(others[i - 1u], i), i);
+        for (size_t i = 1; i <= others.size(); ++i) {
+            EXPECT_EQ(ask(others[i - 1], static_cast<unsigned char>(i)), static_cast<int>(i));
         }
     }
     std::ranges::for_each(others, [](vxIpcEndpoint& endpoint) { vxIpcDestroy(&endpoint); });

@@ -19,7 +19,7 @@ TEST(Fault, isReadOrRefusedWithAReason) {
         {"x:refuse", "no number"},  {"short=", "no number"},  {"delay=4294967296", "no number"},
     };
     for (const auto& [text, reason] : cases) {
-        EXPECT_THAT([&] { (void)parseFault(text); },
+        EXPECT_THAT([wrong = text] { (void)parseFault(wrong); },
                     testing::ThrowsMessage<std::invalid_argument>(HasSubstr(reason)));
     }
 }

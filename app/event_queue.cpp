@@ -37,9 +37,7 @@ mqd_t openEventQueue() {
 int sendEvent(mqd_t queue, int32_t code) {
     vxmsg_builder builder{};
     builder.capacity = VXMSG_DATA_SIZE;
-    if (vxmsg_build(&builder, "EV", &code, sizeof code, kEventId) < 0) {
-        return 0;
-    }
+    vxmsg_build(&builder, "EV", &code, sizeof code, kEventId);
     addQueueName(builder, kTagD);
     addQueueName(builder, kTagC);
     builder.length += sntlv_add_dat(builder.data, builder.capacity, kTagEnd, 0, nullptr);

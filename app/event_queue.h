@@ -13,8 +13,8 @@ enum EventCode : int32_t {
     EVENT_ERROR = 25,
 };
 
-// Opens the queue for 10 messages of 1500 bytes, creating it where there is none; an existing queue
-// keeps its attributes. A send on the full queue blocks.
+// Opens the queue for 10 messages of 1500 bytes, creating it with mode 0664, less the umask, where
+// there is none; an existing queue keeps its attributes. A send on the full queue blocks.
 // Returns the queue, or -1 after printing the reason on standard output.
 [[nodiscard]] mqd_t openEventQueue();
 

@@ -1,8 +1,8 @@
 // Typed lists and dicts against the containers of GLib and Jansson, by number of elements.
 //
 // A dict searches from its first entry on: setting 100,000 new keys one after the other takes
-// minutes. So the dicts are filled without a search, and one set and one get are measured, with
-// keys from everywhere in turn.
+// about a minute. So the dicts are filled without a search, and one set and one get are measured,
+// with keys from everywhere in turn.
 #include <benchmark/benchmark.h>
 #include <glib-object.h>
 #include <jansson.h>

@@ -18,9 +18,10 @@
 // the rules accept, write back what became of each.
 //
 //   ZEPMediaList list;
-//   list.getMediaCount(rules);
-//   list.sort(nullptr);
-//   for (MediaOutput item; list.getNextMedia(&item, rules) == ZEPMediaList::kItem; item = {}) { ...
+//   if (list.getMediaCount(rules) > 0 && list.sort(nullptr) == 0) {
+//       MediaOutput item;
+//       for (; list.getNextMedia(&item, rules) == ZEPMediaList::kItem; item = {})
+//           upload(item.files);
 //   }
 //
 // The list belongs to one session of the database. Whenever a reply shows that the database has

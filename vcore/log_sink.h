@@ -41,7 +41,8 @@ typedef struct log_sink {
 /* Other components find these by name. */
 #pragma GCC visibility push(default)
 
-/* Returns a new sink without outputs that filters every line of level 1 or higher, or null. */
+/* Returns a new sink without outputs whose filters pass no line, to be released with
+ * log_sink_destroy, or null. */
 log_sink_t* log_sink_create(void);
 
 /* Releases the sink and what it owns; an attached stream stays open. Returns 0, also for null. */

@@ -29,12 +29,13 @@ class Logger {
   public:
     // Makes the logger, or reconfigures the one there is.
     // level, levelMask, categoryMask: the filters of log_sink_vprintf. outputs: mask of LOG_OUT_*.
-    // path: the log file, opened for appending; empty for none.
+    // path: the log file, opened for appending; empty for none. Where it does not open, the other
+    // outputs go on.
     static void init(std::uint32_t level, std::uint32_t levelMask, std::uint32_t categoryMask,
                      std::uint32_t outputs, const std::string& path);
 
-    // Replaces the logger by one that writes to a sink of the caller's, which must outlive it. The
-    // earlier logger is deleted: nobody may be using it.
+    // Replaces the logger by one that writes to a sink of the caller's, which must outlive it; null
+    // for one that writes nothing. The earlier logger is deleted: nobody may be using it.
     static void attach(log_sink_t* sink);
 
     // The logger, or null before init and attach.
@@ -51,11 +52,12 @@ class Logger {
     // Tells whether the filters let such a line pass: one question before a loop of many lines.
     bool passes(std::uint32_t category, std::uint32_t level) const;
 
-    // Takes over new settings, as init does. The log file is reopened only when its path changes.
+    // Takes over new settings, as init does. The log file is reopened only when its path changes;
+    // without a sink nothing happens.
     void configure(std::uint32_t level, std::uint32_t levelMask, std::uint32_t categoryMask,
                    std::uint32_t outputs, const std::string& path);
 
-    // Closes the log file. Returns 0, also when there is none to close.
+    // Closes the log file until truncateFile or a new path. Returns 0, also when none is set.
     int closeFile();
 
     // Empties the log file and goes on writing to it. Returns 0, also when no log file is set, or 1

@@ -5,7 +5,7 @@
 //
 // Keys are strings and searched from the first entry on, so that set and get cost time in
 // proportion to the number of entries. A key of another type can be stored, and never matches in a
-// search.
+// search; a search with another key type finds nothing.
 #pragma once
 
 #include "vtl/value.h"

@@ -59,7 +59,7 @@ int sizeOfOne(const vtl_value* value, unsigned* out);
 /// when VTL_NESTING_MAX deep copies are under way or memory does not suffice.
 [[nodiscard]] ValuePtr clone(const vtl_value& source);
 
-/// Gives a record the text, at most limit bytes of it, for the one it had as a string.
+/// Stores a copy of the text, at most limit bytes of it. A string's old text is released first.
 /// Returns 1, and leaves no text, when memory does not suffice.
 int storeText(vtl_value& value, const char* text, size_t limit);
 

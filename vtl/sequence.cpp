@@ -26,7 +26,8 @@ int insertBefore(vtl_chain& chain, vtl_chain_node* position, ValuePtr element) {
 
 int appendClones(const vtl_chain& source, vtl_chain& destination) {
     for (const vtl_chain_node* node = source.head; node != nullptr; node = node->next) {
-        if (insertBefore(destination, nullptr, clone(*static_cast<vtl_value*>(node->item))) != 0) {
+        const auto* element = static_cast<const vtl_value*>(node->item);
+        if (element == nullptr || insertBefore(destination, nullptr, clone(*element)) != 0) {
             return 1;
         }
     }

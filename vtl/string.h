@@ -35,7 +35,8 @@ int vtl_string_get_copy(const vtl_value* value, char* buffer, unsigned size);
 // Sets type and table. A record that was a string keeps its text, any other has none.
 int vtl_string_init(vtl_value* value);
 
-// Release the text, if any; the string then has none.
+// Release the text, if any; the string then has none. 1 only for null: a value of another type
+// stays as it is.
 int vtl_string_deinit(vtl_value* value);
 int vtl_string_clear(vtl_value* value);
 

@@ -113,7 +113,8 @@ int vtl_value_reset(vtl_value* value);
 //             must be of that type
 //   ANY       a deep copy of the value record value
 // Returns the value, which the caller destroys; null for a null argument that the type needs, for
-// any other code, and when memory does not suffice.
+// any other code, when what is to be copied has no deepcopy slot or nests beyond VTL_NESTING_MAX,
+// and when memory does not suffice.
 vtl_value* vtl_value_create(unsigned type, const void* value, const void* extra);
 
 // Stores a C value into a record and changes neither its type nor its table. Storing a type other
@@ -136,8 +137,9 @@ int vtl_value_set(vtl_value* value, unsigned type, const void* source, const voi
 //             zero when the text does not fit. From other types always zero-terminated, cut to
 //             fit: int "%d", bool "true" or "false", double and fraction "%f".
 //   TEXT      char*: the text that the string owns, or null; valid until the string changes
-//   INT       int: from a string its leading decimal number, 1 when characters follow; from a
-//             double or a fraction d the value (int)(d + 0.5); from a voidptr the low 32 bits
+//   INT       int: from int and bool the number; from a string its leading decimal number, 1 when
+//             characters follow; from a double or a fraction d the value (int)(d + 0.5); from a
+//             voidptr the low 32 bits
 //   BOOL      int, 0 or 1: from a string 0 when it is empty or "false", "0", "off" or "no" in any
 //             case; from a double d, (int)(d + 0.5) not 0; from int, bool and the numerator of a
 //             fraction, not 0
@@ -145,13 +147,13 @@ int vtl_value_set(vtl_value* value, unsigned type, const void* source, const voi
 //             characters follow; from int, bool, double, fraction the value
 //   FRACTION  int, and the denominator into the int at extra; 1 when extra is null. From a string
 //             (1 when characters follow), int or bool the INT value over 1; from a double
-//             (int)(d * 1000 + 0.5) over 1000
+//             (int)(d * 1000 + 0.5) over 1000; from a fraction both as they are
 //   VOIDPTR   void*: from a voidptr
 //   ANY       vtl_value*: the value itself, not a copy
 //   DICT LIST STACK  vtl_value*: the value itself when it is of that type
 // Numbers out of the range of an int become the nearest int, not-a-number becomes 0. All other
-// pairs of source and target, and number and text of a string without text, store nothing and
-// give 1. A target outside the list stores nothing and gives 0.
+// pairs of source and target, and every target but TEXT and ANY of a string without text, store
+// nothing and give 1. A target outside the list stores nothing and gives 0.
 int vtl_value_get(const vtl_value* value, unsigned target, void* out, void* extra);
 
 // vtl_value_get for each target, with no extra: string and fraction, which need one, give 1.

@@ -143,6 +143,10 @@ TEST(Faults, EveryChangeFailsWithoutALossAndCanBeRepeated) {
     WatchedMemory memory;
     memory.failAfter(1);
     EXPECT_EQ(shown(Value(vtl_string_create_from("text")).get()), "-") << "a string without text";
+    const Value old(vtl_string_create_from("old"));
+    memory.failAfter(0);
+    EXPECT_EQ(vtl_string_set(old.get(), "new"), 1);
+    EXPECT_EQ(shown(old.get()), "-") << "the old text is released first";
 }
 
 }  // namespace

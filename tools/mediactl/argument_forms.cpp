@@ -42,6 +42,7 @@ const Form kNumber = {"a decimal number of 32 bits", isNumber};
 const Form kDirectory = {"a directory name of 8 characters", isDirectory};
 const Form kFile = {"a directory of 8 and a file of 12 characters", isFile};
 const Form kGumi = {"32 hexadecimal digits", isGumi};
+const Form kQuery = {"a query string", [](const std::string&) { return true; }};
 
 std::string directoryOf(const std::string& path) {
     return path.substr(0, kDirNameSize);

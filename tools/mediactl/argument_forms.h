@@ -22,6 +22,9 @@ extern const Form kFile;
 // 32 hexadecimal digits.
 extern const Form kGumi;
 
+// The query string of an HTTP request: any text.
+extern const Form kQuery;
+
 // The two names in an argument of the form kFile.
 std::string directoryOf(const std::string& path);
 std::string fileOf(const std::string& path);

@@ -34,6 +34,12 @@ Command& Command::option(const char* name, const char* placeholder, uint32_t* va
     return *this;
 }
 
+Command& Command::option(const char* name, const char* placeholder, std::optional<uint32_t>* value,
+                         const char* help) {
+    mApp.add_option(name, *value, help)->type_name(placeholder)->check(validator(kNumber));
+    return *this;
+}
+
 Command& Command::option(const char* name, const char* placeholder, std::optional<double>* value,
                          const char* help) {
     mApp.add_option(name, *value, help)

@@ -34,6 +34,8 @@ class Command {
 
     // placeholder: what the help calls the value.
     Command& option(const char* name, const char* placeholder, uint32_t* value, const char* help);
+    Command& option(const char* name, const char* placeholder, std::optional<uint32_t>* value,
+                    const char* help);
     Command& option(const char* name, const char* placeholder, std::optional<double>* value,
                     const char* help);
     Command& option(const char* name, const char* placeholder, std::string* value,
@@ -79,6 +81,7 @@ void addFileCommands(CommandLine& line);       // info, gumi, set-status
 void addScanCommands(CommandLine& line);       // scan
 void addMediaListCommands(CommandLine& line);  // count, candidates, upload-status
 void addModelCommands(CommandLine& line);      // model
+void addResponseCommands(CommandLine& line);   // medialist, metadata, paged
 
 // Says on standard error what went wrong; %m is the reason in errno. Returns kFailed.
 [[nodiscard]] int fail(const char* format, ...) __attribute__((format(printf, 1, 2)));

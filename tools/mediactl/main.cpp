@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
     addScanCommands(line);
     addMediaListCommands(line);
     addModelCommands(line);
+    addResponseCommands(line);
     const int status = line.run(argc, argv);
     if (std::fflush(stdout) != 0 || std::ferror(stdout))
         return fail("the output cannot be written: %m");

@@ -1,0 +1,9 @@
+// nph-medialist: answers a media-list query.
+#include "libvxMediaRTOSDB/src/media_list.h"
+#include "tools/nph/query_string.h"
+
+// The response tells how it went; to the server the program has done what it is for.
+int main() {
+    (void)generateMediaList(nullptr, queryString());
+    return 0;
+}

@@ -7,7 +7,6 @@
 
 #include "libvxMediaRTOSDB/src/media_list_query.h"
 #include "libvxMediaRTOSDB/src/metadata_query.h"
-#include "libvxMediaRTOSDB/src/query_fields.h"
 #include "libvxMediaRTOSDB/src/query_string.h"
 #include "libvxMediaRTOSDB/src/util_log.h"
 #include "tests/support/scripted_platform.h"
@@ -118,9 +117,9 @@ TEST(MediaListQuery, Accepts) {
         uint32_t filter;
         uint32_t options;
         uint32_t mask = 0xFFFFFFFF;
+        uint32_t uploadStatus = 0;
         std::string directory = {};
         std::string unsupported = {};
-        uint32_t uploadStatus = 0;
     } cases[] = {
         {"", 0, 0xFFFFFB00, 0x81B},
         {"x=1", 0, 0},
@@ -136,23 +135,27 @@ TEST(MediaListQuery, Accepts) {
         {"f=videogroups", 10, 0x100},
         {"f=photogroups", 11, 0x200},
         {"f=raw", 12, 0x800},
-        {"f=gumi&folder=100VMEDI&files=A,B", 13, 0, 0xFFFFFFFF, "100VMEDI"},
+        {"f=gumi&folder=100VMEDI&files=A,B", 13, 0, 0xFFFFFFFF, 0, "100VMEDI"},
         {"f=none", 14, 0xF00},
         {"f=upload", 15, 0, 0x8000},
         {"f=upload&fields=us,n", 15, 0, 0x8001},
-        {"f=upload&STATUS=4294967295", 16, 0, 0x8000, "", "", 0xFFFFFFFF},
-        {"f=upload&status=0000000007", 16, 0, 0x8000, "", "", 7},
+        {"f=upload&STATUS=4294967295", 16, 0, 0x8000, 0xFFFFFFFF},
+        {"f=upload&status=0000000007", 16, 0, 0x8000, 7},
         {"f=video&status=x", 2, 0x100},
         {"f=video&status=&status=", 2, 0x100},
         {"fields=%22n,mod%22", 0, 0, 0x3},
-        {"FIELDS=n,foo,,bar", 0, 0, 0x1, "", "foo,bar"},
+        {"FIELDS=n,foo,,bar", 0, 0, 0x1, 0, "", "foo,bar"},
         {"fields=,", 0, 0, 0},
-        {"fields=%22", 0, 0, 0, "", "\""},
-        {"fields=" + std::string(100, 'u') + ",n", 0, 0, 1, "", std::string(100, 'u')},
+        {"fields=n,mod,cre,s,ls,cl,avc,prof,hi,gumi,pgumi,DNE,us,eis,wdr,pta,ao,raw,tr,mp,dur,hdr,"
+         "t",
+         0, 0, 0x10FFFFFF},
+        {"fields=legacy", 0, 0, 0x81B},
+        {"fields=%22", 0, 0, 0, 0, "", "\""},
+        {"fields=" + std::string(100, 'u') + ",n", 0, 0, 1, 0, "", std::string(100, 'u')},
         {"fields=" + std::string(101, 'u') + ",b", 0, 0, 0x800},
         {"folder=&files=", 0, 0},
-        {"folder=12345678&files=" + k63, 0, 0, 0xFFFFFFFF, "12345678"},
-        {"folder=12345678&files=", 0, 0, 0xFFFFFFFF, "12345678"},
+        {"folder=12345678&files=" + k63, 0, 0, 0xFFFFFFFF, 0, "12345678"},
+        {"folder=12345678&files=", 0, 0, 0xFFFFFFFF, 0, "12345678"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.query);
@@ -171,16 +174,16 @@ TEST(MetadataQuery, Accepts) {
     const struct {
         const char* query;
         uint32_t filter;
+        uint32_t uploadStatus = 0;
         const char* directory = "100VMEDI";
         const char* file = "V0010001.MP4";
-        uint32_t uploadStatus = 0;
     } cases[] = {
         {"t=videoinfo&p=100VMEDI/V0010001.MP4", 17},
         {"p=100VMEDI/V0010001.MP4&t=dur", 18},
         {"t=v4info&p=//100VMEDI//V0010001.MP4/", 19},
-        {"t=v5info&p=A%2fV0010001.360", 20, "A", "V0010001.360"},
-        {"t=upload&p=100VMEDI/V0010001.JPG", 21, "100VMEDI", "V0010001.JPG"},
-        {"t=upload&status=3&p=100VMEDI/V0010001.MP4", 22, "100VMEDI", "V0010001.MP4", 3},
+        {"t=v5info&p=A%2fV0010001.360", 20, 0, "A", "V0010001.360"},
+        {"t=upload&p=100VMEDI/V0010001.JPG", 21, 0, "100VMEDI", "V0010001.JPG"},
+        {"t=upload&status=3&p=100VMEDI/V0010001.MP4", 22, 3},
         {"t=dur&p=100VMEDI/V0010001.MP4&status=3x", 18},
     };
     for (const auto& c : cases) {
@@ -259,32 +262,6 @@ TEST(Queries, Reject) {
         EXPECT_TRUE(platform.logged(c.status == 404 ? "UTIL_LOG_WARN :" : "UTIL_LOG_ERROR:"));
         g_logLevel = UTIL_LOG_ERROR;
     }
-}
-
-TEST(QueryFields, SelectTheirKeys) {
-    uint32_t all = 0;
-    const std::pair<const char*, uint32_t> names[] = {
-        {"n", 1},         {"mod", 2},        {"cre", 4},          {"s", 8},
-        {"ls", 0x10},     {"cl", 0x20},      {"avc", 0x40},       {"prof", 0x80},
-        {"mahs", 0x100},  {"hc", 0x200},     {"hi", 0x700},       {"g", 0x800},
-        {"b", 0x800},     {"l", 0x800},      {"t", 0x800},        {"m", 0x800},
-        {"ghc", 0x800},   {"ghi", 0x800},    {"gumi", 0x1000},    {"pgumi", 0x2000},
-        {"DNE", 0x4000},  {"us", 0x8000},    {"eis", 0x10000},    {"wdr", 0x20000},
-        {"pta", 0x40000}, {"ao", 0x80000},   {"raw", 0x100000},   {"tr", 0x200000},
-        {"mp", 0x400000}, {"dur", 0x800000}, {"hdr", 0x10000000}, {"legacy", 0x81B},
-        {"w", 0},         {"fps", 0},        {"dne", 0},          {"", 0},
-    };
-    for (const auto& [name, fields] : names) {
-        EXPECT_EQ(fieldsOf(name), fields) << name;
-        all |= fields;
-    }
-    EXPECT_EQ(all, 0x10FFFFFFu);
-}
-
-TEST(Queries, WithoutQueryOrSettingsEndTheProcess) {
-    QuerySettings settings;
-    EXPECT_EXIT((void)parseMediaListQuery(nullptr, &settings), testing::ExitedWithCode(255), "");
-    EXPECT_EXIT((void)parseMetadataQuery("t=dur", nullptr), testing::ExitedWithCode(255), "");
 }
 
 }  // namespace

@@ -89,21 +89,24 @@ class FileInfo {
         db_group_info group;
         std::array<uint8_t, kMemberMaskSize> mask;
         std::array<uint8_t, kMemberMaskSize> highlightMask;
-        if (succeeded(
-                "getGroupContentInfo",
-                getGroupContentInfo(mFs.c_str(), &group, &item, mask.data(), highlightMask.data())))
-            mResult["group"] = groupJson(group, mask);
+        const int result =
+            getGroupContentInfo(mFs.c_str(), &group, &item, mask.data(), highlightMask.data());
+        if (!succeeded("getGroupContentInfo", result))
+            return;
+        const bool hasHighlights = isPhotoGroup(item.content_type) && item.highlight_count != 0;
+        mResult["group"] =
+            groupJson(group, mask, hasHighlights ? highlightMask : std::span<const uint8_t>());
     }
 
     void addVideo() {
         db_video_specific_info video;
         std::array<uint32_t, kMaxHighlights> highlights;
-        if (succeeded("getVideoSpecificInfo",
-                      getVideoSpecificInfo(mFs.c_str(), &video, nullptr, highlights.data(),
-                                           kMaxHighlights)))
-            mResult["video"] = videoJson(
-                video, std::span(highlights)
-                           .first(std::min<size_t>(video.highlight_count, kMaxHighlights)));
+        const int result =
+            getVideoSpecificInfo(mFs.c_str(), &video, nullptr, highlights.data(), kMaxHighlights);
+        if (!succeeded("getVideoSpecificInfo", result))
+            return;
+        const size_t count = std::min<size_t>(video.highlight_count, kMaxHighlights);
+        mResult["video"] = videoJson(video, std::span(highlights).first(count));
     }
 
     void addGumi() {

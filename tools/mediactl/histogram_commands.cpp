@@ -1,5 +1,7 @@
 // histogram: the media counts of the database.
+#include <algorithm>
 #include <array>
+#include <cstdint>
 #include <numeric>
 
 #include "libvxMediaRTOSDB/src/db_responses.h"
@@ -11,11 +13,17 @@ namespace mediactl {
 
 namespace {
 
+constexpr uint32_t kNoCount =
+    UINT32_MAX;  // stays where an answer too short leaves the counts alone
+
 int histogram(bool json) {
-    std::array<uint32_t, kHistogramBuckets> counts = {};
+    std::array<uint32_t, kHistogramBuckets> counts;
+    counts.fill(kNoCount);
     const int result = dbGetMediaHistogram(counts.data(), nullptr, counts.data());
     if (result != 0)
         return fail("the histogram query failed (%d)", result);
+    if (std::ranges::count(counts, kNoCount) == kHistogramBuckets)
+        return fail("the histogram query got no counts");
     Listing listing(json, "buckets", {{"bucket", "bucket", 6}, {"count", "count", 10}});
     for (size_t bucket = 0; bucket < counts.size(); bucket++)
         listing.add({{"bucket", bucket}, {"count", counts[bucket]}});

@@ -53,6 +53,15 @@ Json attributeNames(uint32_t attributes) {
     return names;
 }
 
+// A mask tells what is missing or highlighted by a clear bit; no mask, nothing.
+Json unmarkedNumbers(const db_group_info& group, std::span<const uint8_t> mask) {
+    Json numbers = Json::array();
+    if (!mask.empty())
+        forEachUnmarked(group, mask, kMaxGroupSpan,
+                        [&](uint32_t number) { numbers.push_back(number); });
+    return numbers;
+}
+
 }  // namespace
 
 std::string contentTypeText(uint32_t contentType) {
@@ -93,16 +102,16 @@ Json itemJson(const db_item_record& item) {
     };
 }
 
-Json groupJson(const db_group_info& group, std::span<const uint8_t> memberMask) {
-    Json missing = Json::array();
-    if (group.num_missing != 0)
-        forEachUnmarked(group, memberMask, group.num_missing,
-                        [&](uint32_t number) { missing.push_back(number); });
+Json groupJson(const db_group_info& group, std::span<const uint8_t> memberMask,
+               std::span<const uint8_t> highlightMask) {
+    if (group.num_missing == 0)
+        memberMask = {};
     return {
         {"group_number", uint32_t{group.group_number}},
         {"first_number", uint32_t{group.first_number}},
         {"last_number", uint32_t{group.last_number}},
-        {"missing", missing},
+        {"missing", unmarkedNumbers(group, memberMask)},
+        {"highlights", unmarkedNumbers(group, highlightMask)},
         {"size_bytes", uint64_t{group.group_size}},
     };
 }

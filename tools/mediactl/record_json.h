@@ -20,7 +20,11 @@ Json gumiJson(const db_gumi& gumi);
 std::string nameText(std::span<const char> field);
 
 Json itemJson(const db_item_record& item);
-Json groupJson(const db_group_info& group, std::span<const uint8_t> memberMask);
+
+// memberMask: read when num_missing is not 0. highlightMask: empty when the group has none.
+Json groupJson(const db_group_info& group, std::span<const uint8_t> memberMask,
+               std::span<const uint8_t> highlightMask);
+
 Json videoJson(const db_video_specific_info& video, std::span<const uint32_t> highlights);
 Json moreInfoJson(const db_more_info& info);
 

@@ -19,11 +19,27 @@ namespace {
 
 constexpr int kMaxRetries = 10;
 
-// Why an exchange failed: the result that the log names, and its value.
+// Why an exchange failed, as the log tells it.
 struct Failure {
-    const char* what;
+    const char* retrying;  // the log's line before a retry
+    const char* exiting;   // and when there are no more
     int value;
 };
+
+Failure sendFailed(int result) {
+    return {"error on IPC received, retrying, ret %d\n", "error on IPC received, exiting, ret %d\n",
+            result};
+}
+
+Failure pageUnusable(int received) {
+    return {"error on IPC received, retrying, bytesRead %d\n",
+            "error on IPC received, exiting, bytesRead %d\n", received};
+}
+
+Failure databaseFailed(uint32_t status) {
+    return {"error on IPC received, retrying, status %d\n",
+            "error on IPC received, exiting, status %d\n", static_cast<int>(status)};
+}
 
 // Returns the query option that selects a kind of media, 0 for a kind that is never listed.
 uint32_t queryOptionOf(uint32_t contentType) {
@@ -98,13 +114,11 @@ int ListPages::run() {
         if (!failure)
             continue;
         if (retries++ == kMaxRetries) {
-            UTIL_LOG(UTIL_LOG_ERROR, "error on IPC received, exiting, %s %d\n", failure->what,
-                     failure->value);
+            UTIL_LOG(UTIL_LOG_ERROR, failure->exiting, failure->value);
             return HTTP_INTERNAL_ERROR;
         }
         retryPause();
-        UTIL_LOG(UTIL_LOG_WARN, "error on IPC received, retrying, %s %d\n", failure->what,
-                 failure->value);
+        UTIL_LOG(UTIL_LOG_WARN, failure->retrying, failure->value);
         restart();
     }
     return mStatus;
@@ -123,13 +137,13 @@ std::optional<Failure> ListPages::exchange(int* received) {
     logListRequest();
     const int sent = rtosConnectionSend(mConnection, &mRequest, mPlan.requestSize);
     if (sent < 0)
-        return Failure{"ret", sent};
+        return sendFailed(sent);
     *received = rtosConnectionRecv(mConnection, mResponse, sizeof mResponse);
     if (*received < static_cast<int>(sizeof(db_list_response_header)))
-        return Failure{"bytesRead", *received};
+        return pageUnusable(*received);
     const auto& header = *reinterpret_cast<const db_response_header*>(mResponse);
     if (header.status != 0)
-        return Failure{"status", static_cast<int>(header.status)};
+        return databaseFailed(header.status);
     return std::nullopt;
 }
 
@@ -168,7 +182,7 @@ std::optional<Failure> ListPages::listItems(std::span<const uint8_t> page, uint3
         const ItemStatus itemStatus = readListItem(page, offset, layout, &item);
         if (itemStatus == ItemStatus::kInvalidContentType ||
             (itemStatus != ItemStatus::kOk && i == 0))
-            return Failure{"bytesRead", static_cast<int>(page.size())};
+            return pageUnusable(static_cast<int>(page.size()));
         if (itemStatus != ItemStatus::kOk)
             break;
         listItem(item);

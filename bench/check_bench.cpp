@@ -55,7 +55,7 @@ void startToEvent(benchmark::State& state, const char* path) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    pinToOneProcessor();
+    shareOneProcessor();
     const ChannelThread database("rtos_media_db", [](auto) {
         return host::Reply{.messages = {host::Message(sizeof(db_histogram_response))}};
     });

@@ -2,34 +2,12 @@
 #include <benchmark/benchmark.h>
 
 #include <cstring>
-#include <vector>
 
+#include "bench/plain_page.h"
 #include "bench/ratio.h"
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/page_walker.h"
 
 namespace {
-
-constexpr uint32_t kItems = 15;
-
-// A page of single photos, which carry nothing but their records.
-std::vector<uint8_t> plainPage() {
-    db_list_response_header header = {};
-    header.header.count_returned = kItems;
-    header.list_options = LIST_OPTION_VIDEO_GROUPING;
-    header.total_entries = kItems;
-    db_item_record item = {};
-    item.content_type = DB_CONTENT_TYPE_SINGLE_PHOTO;
-    std::memcpy(item.dir_name, "100MEDIA", kDirNameSize);
-    std::memcpy(item.file_name, "VXAA0001.JPG", kFileNameSize);
-    item.created = 1000;
-
-    std::vector<uint8_t> page(sizeof header + kItems * sizeof item);
-    std::memcpy(page.data(), &header, sizeof header);
-    for (size_t i = 0; i < kItems; i++)
-        std::memcpy(page.data() + sizeof header + i * sizeof item, &item, sizeof item);
-    return page;
-}
 
 void takeItem(void*, zep_item_s* item) {
     benchmark::DoNotOptimize(item);
@@ -47,7 +25,7 @@ void walkPage(benchmark::State& state) {
         if (result != 0)
             state.SkipWithError("the page was not walked to its end");
     }
-    state.SetItemsProcessed(state.iterations() * kItems);
+    state.SetItemsProcessed(state.iterations() * kPlainItems);
 }
 
 void copyPage(benchmark::State& state) {
@@ -58,7 +36,7 @@ void copyPage(benchmark::State& state) {
         benchmark::DoNotOptimize(copy);
         benchmark::ClobberMemory();
     }
-    state.SetItemsProcessed(state.iterations() * kItems);
+    state.SetItemsProcessed(state.iterations() * kPlainItems);
 }
 
 BENCHMARK(walkPage);

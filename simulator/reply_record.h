@@ -51,7 +51,9 @@ template <typename Record>
 }
 
 inline void appendBytes(Message& message, std::span<const std::byte> bytes) {
-    message.insert(message.end(), bytes.begin(), bytes.end());
+    const std::size_t length = message.size();
+    message.resize(length + bytes.size());
+    std::ranges::copy(bytes, message.begin() + static_cast<std::ptrdiff_t>(length));
 }
 
 template <typename Record>

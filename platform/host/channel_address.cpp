@@ -1,9 +1,7 @@
 #include "platform/host/channel_address.h"
 
 #include <sys/socket.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <cstring>
 
 namespace host {
@@ -20,16 +18,6 @@ std::optional<sockaddr_un> channelAddress(std::string_view channel) noexcept {
     address.sun_path[folderLength] = '/';
     std::memcpy(address.sun_path + folderLength + 1, channel.data(), channel.size());
     return address;
-}
-
-int checkTrusted(const char* path, mode_t kind) noexcept {
-    struct stat status {};
-    if (lstat(path, &status) != 0) {
-        return -errno;
-    }
-    const bool ownerTrusted = status.st_uid == 0 || status.st_uid == geteuid();
-    const bool othersMayWrite = (status.st_mode & (S_IWGRP | S_IWOTH)) != 0;
-    return (status.st_mode & S_IFMT) == kind && ownerTrusted && !othersMayWrite ? 0 : -EACCES;
 }
 
 }  // namespace host

@@ -5,6 +5,7 @@
 #include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -30,6 +31,19 @@ constexpr int64_t kWaitMaxMs = 60'000;
 
 [[noreturn]] void failWith(int error, const std::string& path) {
     throw std::system_error(error, std::generic_category(), path);
+}
+
+// Whether path is itself (not through a symbolic link) of the given kind, belongs to root or to the
+// caller and is writable for nobody else.
+// Returns 0, or a negative errno: -EACCES when it is there but not to be trusted.
+int checkTrusted(const char* path, mode_t kind) noexcept {
+    struct stat status {};
+    if (lstat(path, &status) != 0) {
+        return -errno;
+    }
+    const bool ownerTrusted = status.st_uid == 0 || status.st_uid == geteuid();
+    const bool othersMayWrite = (status.st_mode & (S_IWGRP | S_IWOTH)) != 0;
+    return (status.st_mode & S_IFMT) == kind && ownerTrusted && !othersMayWrite ? 0 : -EACCES;
 }
 
 void requireTrusted(int checked, const std::string& path) {

@@ -1,5 +1,6 @@
 #include "platform/host/message_socket.h"
 
+#include <poll.h>
 #include <sys/socket.h>
 
 #include <cerrno>
@@ -22,24 +23,31 @@ int retried(Call call) noexcept {
     }
 }
 
+// A receive gives zero for a message of no bytes and for the end of the connection alike.
+bool hasClosed(int socket) noexcept {
+    pollfd connection{socket, POLLRDHUP, 0};
+    return poll(&connection, 1, 0) != 0;
+}
+
 }  // namespace
 
 UniqueFd openMessageSocket() noexcept {
-    UniqueFd messages(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-    // Every message then comes with its sender's credentials and the end of the connection with
-    // none: that alone tells a message of no bytes from a peer that has closed.
-    const int on = 1;
-    if (messages.get() >= 0 &&
-        setsockopt(messages.get(), SOL_SOCKET, SO_PASSCRED, &on, sizeof(on)) != 0) {
-        return UniqueFd();
-    }
-    return messages;
+    return UniqueFd(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
 }
 
 int connectTo(int socket, const sockaddr_un& address) noexcept {
     return retried([&] {
         return connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof(address));
     });
+}
+
+int checkPeer(int socket) noexcept {
+    ucred peer{};
+    socklen_t length = sizeof(peer);
+    if (getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &length) != 0) {
+        return -errno;
+    }
+    return peer.uid == 0 || peer.uid == geteuid() ? 0 : -EACCES;
 }
 
 int sendMessage(int socket, std::span<const std::byte> message) noexcept {
@@ -49,24 +57,12 @@ int sendMessage(int socket, std::span<const std::byte> message) noexcept {
 }
 
 int receiveMessage(int socket, std::span<std::byte> buffer) noexcept {
-    iovec part{buffer.data(), buffer.size()};
-    alignas(cmsghdr) unsigned char credentials[CMSG_SPACE(sizeof(ucred))];
-    msghdr header{};
-    const int length = retried([&] {
-        header = msghdr{};
-        header.msg_iov = &part;
-        header.msg_iovlen = 1;
-        header.msg_control = credentials;
-        header.msg_controllen = sizeof(credentials);
-        return recvmsg(socket, &header, 0);
-    });
-    if (length < 0) {
-        return length;
-    }
-    if (header.msg_controllen == 0) {
+    const int length =
+        retried([&] { return recv(socket, buffer.data(), buffer.size(), MSG_TRUNC); });
+    if (length == 0 && hasClosed(socket)) {
         return -ECONNRESET;
     }
-    return (header.msg_flags & MSG_TRUNC) != 0 ? -EMSGSIZE : length;
+    return length > static_cast<int>(buffer.size()) ? -EMSGSIZE : length;
 }
 
 }  // namespace host

@@ -67,17 +67,14 @@ int connectAnew(Endpoint& endpoint) noexcept {
     if (!address) {
         return -EINVAL;
     }
-    if (const int result = host::checkTrusted(host::kChannelFolder, S_IFDIR); result < 0) {
-        return result;
-    }
-    if (const int result = host::checkTrusted(address->sun_path, S_IFSOCK); result < 0) {
-        return result;
-    }
     UniqueFd connection = host::openMessageSocket();
     if (connection.get() < 0) {
         return -errno;
     }
     if (const int result = host::connectTo(connection.get(), *address); result < 0) {
+        return result;
+    }
+    if (const int result = host::checkPeer(connection.get()); result < 0) {
         return result;
     }
     endpoint.socket = connection.release();

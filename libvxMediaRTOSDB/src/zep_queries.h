@@ -16,7 +16,8 @@ extern "C" {
 // token: any pointer; its low 32 bits tag the request.
 // itemCallback, fileCallback: either may be null; each gets its context.
 // sessionId: receives the database's session id. totalEntries: receives the number of items in the
-// whole list; may be null. Both are written whenever a response header came.
+// whole list; may be null. Both are written whenever a response header came,
+// as 0 when the response ends before them.
 // Returns the number of items delivered when the response ends inside a later one. Else the number
 // that the response counts, no more than were wanted: fewer are delivered when the whole list has
 // no more, none when the response ends inside the first one. Or a negative number: -1 when the

@@ -9,7 +9,8 @@ namespace mediactl {
 
 std::ifstream openInput(const std::string& path) {
     std::ifstream file(path);
-    if (!file) {
+    // A folder opens, but gives nothing.
+    if (!file || (file.peek(), file.bad())) {
         throw simulator::InputError(path + ": " + std::strerror(errno));
     }
     return file;

@@ -1,7 +1,9 @@
 // count, candidates, upload-status: the media list as the uploading side uses it.
 #include <iterator>
 #include <memory>
+#include <optional>
 
+#include "medialist/sort_rules.h"
 #include "medialist/zep_media_list.h"
 #include "simulator/input_error.h"
 #include "tools/mediactl/argument_forms.h"
@@ -21,9 +23,17 @@ struct Choice {
     uint32_t limit = UINT32_MAX;
 };
 
-std::string readFile(const std::string& path) {
+// Reads a sort-rules document that holds; none without a path.
+std::optional<std::string> readOrder(const std::string& path) {
+    if (path.empty()) {
+        return std::nullopt;
+    }
     std::ifstream file = openInput(path);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::string document(std::istreambuf_iterator<char>(file), {});
+    if (std::unique_ptr<Comparinator>(create(document.c_str())) == nullptr) {
+        throw simulator::InputError(path + ": not a sort-rules document");
+    }
+    return document;
 }
 
 int failed(int result) {
@@ -51,7 +61,7 @@ int count(bool json, const Choice& choice) {
 }
 
 void print(Listing& listing, const MediaOutput& item) {
-    const std::string first = item.files.empty() ? "-" : item.files.front();
+    const Json first = item.files.empty() ? Json() : Json(item.files.front());
     listing.add({{"media_code", item.mediaCode}, {"file", first}, {"files", item.files}});
     for (size_t i = 1; i < item.files.size(); ++i) {
         listing.addNote("   " + item.files[i]);
@@ -78,17 +88,18 @@ int walk(ZEPMediaList& list, std::vector<UploadRule>& rules, uint32_t limit, Lis
 }
 
 int candidates(bool json, const Choice& choice) {
-    std::vector<UploadRule> rules = readRules(choice.rules);
-    const std::string order = choice.sort.empty() ? "" : readFile(choice.sort);
     EngineLog log;
+    std::vector<UploadRule> rules = readRules(choice.rules);
+    // Before the count, which may write to the database.
+    const std::optional<std::string> order = readOrder(choice.sort);
     ZEPMediaList list;
     const int matches = countShown(list, rules, log);
     if (matches < 0) {
         return failed(matches);
     }
-    if (!choice.sort.empty() && list.sort(order.c_str()) != 0) {
-        (void)fail("%s: is no sort-rules document", choice.sort.c_str());
-        return kWrongCall;
+    const int sorted = order ? list.sort(order->c_str()) : 0;
+    if (sorted != 0) {
+        return failed(sorted);
     }
     Listing listing(json, "candidates", {{"media_code", "code", 4}, {"file", "files", -1}});
     const int status = walk(list, rules, choice.limit, listing);

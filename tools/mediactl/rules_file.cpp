@@ -60,6 +60,9 @@ void readRange(const JsonPlace& place, bool used, uint32_t& min, uint32_t& max) 
         }
         (name == "min" ? min : max) = value.number(kUnlimited);
     });
+    if (!place.member("min") && !place.member("max")) {
+        place.fail("must have a min or a max");
+    }
     if (min > max) {
         place.fail("holds for nothing: min is above max");
     }

@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "medialist/media_entry.h"

@@ -1,7 +1,5 @@
 #include "medialist/media_class.h"
 
-#include <array>
-
 MediaClass mediaClass(uint32_t contentType, bool clip) {
     static constexpr std::array kClasses = {
         MEDIA_CLASS_VIDEO,       // single video
@@ -15,7 +13,7 @@ MediaClass mediaClass(uint32_t contentType, bool clip) {
         MEDIA_CLASS_TIME_LAPSE,  // night-lapse photos
         MEDIA_CLASS_PHOTO,       // night photo
         MEDIA_CLASS_CONTINUOUS,  // continuous photos
-        MEDIA_CLASS_OTHER,       //
+        MEDIA_CLASS_OTHER,       // unused
         MEDIA_CLASS_BURST,       // burst video
     };
     const MediaClass result =

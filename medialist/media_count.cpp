@@ -89,12 +89,8 @@ void ZEPMediaList::countCb(void* ctx, zep_item_s* item) {
 // span is folded into the first one's entry and set aside in the database.
 bool ZEPMediaList::countSpan(const zep_item_s& item) {
     if (mCounted) {
-        const auto group = mSpanMap.find(item.group_number);
-        if (group == mSpanMap.end()) {
-            VLOG_ERROR("[ZML]: %s: Missing group in span map: %d\n", "countCb", item.group_number);
-            return false;
-        }
-        return group->second.front() == mIndex;
+        const std::vector<uint32_t>* const spans = spansOf(item.group_number, "countCb");
+        return spans != nullptr && spans->front() == mIndex;
     }
 
     const auto [group, isNew] = mSpanMap.try_emplace(item.group_number);

@@ -8,12 +8,24 @@
 
 namespace {
 
-constexpr int32_t kNoGroup = -1;
 constexpr int32_t kNoCode = -1;
 
 int32_t mediaCodeOf(uint32_t contentType) {
-    static constexpr std::array<int32_t, 13> kCodes = {1, 5, 1, 4, 0,       2, 3,
-                                                       6, 9, 8, 7, kNoCode, 11};
+    static constexpr std::array kCodes = {
+        1,        // single video
+        5,        // grouped video
+        1,        // chaptered video
+        4,        // time-lapse video
+        0,        // single photo
+        2,        // burst
+        3,        // time-lapse photos
+        6,        // session file
+        9,        // night-lapse photos
+        8,        // night photo
+        7,        // continuous photos
+        kNoCode,  // unused
+        11,       // burst video
+    };
     return contentType < kCodes.size() ? kCodes[contentType] : kNoCode;
 }
 
@@ -70,11 +82,7 @@ int ZEPMediaList::fetchEntry(uint32_t* sessionId) {
 
 // Adds the files of the current group's later spans. Returns kItem, kFailed or kSessionChanged.
 int ZEPMediaList::addLaterSpans() {
-    const auto group = mSpanMap.find(static_cast<uint32_t>(mCurrentGroup));
-    if (group == mSpanMap.end()) {
-        return kItem;
-    }
-    const std::vector<uint32_t> spans = group->second;
+    const std::vector<uint32_t>& spans = mSpanMap[static_cast<uint32_t>(mCurrentGroup)];
     for (size_t i = 1; i < spans.size(); ++i) {
         uint32_t sessionId = mSessionId;
         if (dbGetZEPItems(1, spans[i], mToken, nullptr, nullptr, fileCb, this, &sessionId,
@@ -108,12 +116,11 @@ void ZEPMediaList::itemCb(void* ctx, zep_item_s* item) {
 
 // Returns whether the entry at the cursor stands for the group; a folded span does not.
 bool ZEPMediaList::enterGroup(uint32_t groupNumber) {
-    const auto group = mSpanMap.find(groupNumber);
-    if (group == mSpanMap.end()) {
-        VLOG_ERROR("[ZML]: %s: Missing group in span map: %d\n", "itemCb", groupNumber);
+    const std::vector<uint32_t>* const spans = spansOf(groupNumber, "itemCb");
+    if (spans == nullptr) {
         return true;
     }
-    if (group->second.front() != mCursor->index()) {
+    if (spans->front() != mCursor->index()) {
         return false;
     }
     mCurrentGroup = static_cast<int32_t>(groupNumber);

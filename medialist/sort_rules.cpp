@@ -3,8 +3,8 @@
 #include <cjson/cJSON.h>
 
 #include <algorithm>
-#include <array>
 #include <functional>
+#include <set>
 #include <string_view>
 #include <utility>
 
@@ -16,23 +16,6 @@ namespace {
 using Document = std::unique_ptr<cJSON, decltype(&cJSON_Delete)>;
 
 constexpr char kCreate[] = "create";  // what the log lines call the reader
-
-enum class Rule { kHighlight, kNewestFirst, kOldestFirst, kSmallestFirst, kMediaType, kCount };
-
-Rule ruleNamed(std::string_view text) {
-    static constexpr std::pair<std::string_view, Rule> kRules[] = {
-        {"hilighted_first", Rule::kHighlight},
-        {"hilighted_manual_first", Rule::kHighlight},
-        {"hilighted_auto_first", Rule::kHighlight},
-        {"date_by_day_newest_first", Rule::kNewestFirst},
-        {"date_by_day_oldest_first", Rule::kOldestFirst},
-        {"filesize_smallest_first", Rule::kSmallestFirst},
-        {"media_type", Rule::kMediaType},
-    };
-    const auto* const named = std::find_if(std::begin(kRules), std::end(kRules),
-                                           [text](const auto& rule) { return rule.first == text; });
-    return named == std::end(kRules) ? Rule::kCount : named->second;
-}
 
 // Hands each text of a member array to take, as long as take returns true.
 // Returns whether all were taken; what the document lacks is logged.
@@ -74,23 +57,27 @@ std::unique_ptr<Comparinator> readMediaType(const cJSON* document) {
     return valid ? std::make_unique<CompareMediaType>(order) : nullptr;
 }
 
-std::unique_ptr<Comparinator> makeComparator(Rule rule, const cJSON* document) {
-    switch (rule) {
-        case Rule::kHighlight:
-            return std::make_unique<CompareHighlight>();
-        case Rule::kNewestFirst:
-            return std::make_unique<CompareByDayNewestFirst>();
-        case Rule::kOldestFirst:
-            return std::make_unique<CompareDayOldestFirst>();
-        case Rule::kSmallestFirst:
-            return std::make_unique<CompareFileSize>();
-        case Rule::kMediaType:
-            return readMediaType(document);
-        case Rule::kCount:
-            break;
-    }
-    return nullptr;
+using Make = std::unique_ptr<Comparinator> (*)(const cJSON* document);
+
+template <class C>
+std::unique_ptr<Comparinator> make(const cJSON* /*document*/) {
+    return std::make_unique<C>();
 }
+
+struct Rule {
+    std::string_view name;
+    Make make;  // gives null after logging what the document lacks
+};
+
+constexpr Rule kRules[] = {
+    {"hilighted_first", make<CompareHighlight>},
+    {"hilighted_manual_first", make<CompareHighlight>},
+    {"hilighted_auto_first", make<CompareHighlight>},
+    {"date_by_day_newest_first", make<CompareByDayNewestFirst>},
+    {"date_by_day_oldest_first", make<CompareDayOldestFirst>},
+    {"filesize_smallest_first", make<CompareFileSize>},
+    {"media_type", readMediaType},
+};
 
 }  // namespace
 
@@ -109,13 +96,13 @@ std::unique_ptr<CompoundCompare> readSortRules(const char* json) {
     }
     // A rule decides nothing where it stood before, so it is taken once: sorting costs no more
     // however often a document repeats it.
-    std::array<bool, static_cast<size_t>(Rule::kCount)> taken{};
+    std::set<Make> taken;
     const bool valid = forEachText(document.get(), "sort_rules", "required", [&](const char* text) {
-        const Rule rule = ruleNamed(text);
-        if (rule == Rule::kCount || std::exchange(taken[static_cast<size_t>(rule)], true)) {
+        const Rule* const rule = std::ranges::find(kRules, text, &Rule::name);
+        if (rule == std::end(kRules) || !taken.insert(rule->make).second) {
             return true;
         }
-        auto comparator = makeComparator(rule, document.get());
+        auto comparator = rule->make(document.get());
         if (comparator == nullptr) {
             return false;
         }

@@ -18,5 +18,5 @@
 
 #pragma GCC visibility pop
 
-// As create.
+// As create; the sort needs the class, whose decide becomes part of its inner loop.
 [[nodiscard]] std::unique_ptr<CompoundCompare> readSortRules(const char* json);

@@ -18,7 +18,7 @@ enum UploadRuleKind : uint32_t {
     UPLOAD_RULE_TIME_LAPSE = 6,       // time-lapse videos, duration; lapses of photos, file count
     UPLOAD_RULE_BURST = 7,
     UPLOAD_RULE_CONTINUOUS = 8,    // file count
-    UPLOAD_RULE_SESSION_FILE = 9,  // no item: session files are never candidates
+    UPLOAD_RULE_SESSION_FILE = 9,  // no item: type 7 is never a candidate
     UPLOAD_RULE_HIGHLIGHTED = 10,
 
     // The kinds of target rules: this one selects upload status 0, the next one status 1 and so on.
@@ -36,7 +36,7 @@ struct UploadRule {
     uint32_t scoreMax = 0;
     uint32_t durationMin = 0;  // seconds
     uint32_t durationMax = 0;
-    uint32_t countMin = 0;  // files
+    uint32_t countMin = 0;  // files; of a group in several spans, those of the first
     uint32_t countMax = 0;
     uint32_t reserved = 0;
 };

@@ -1,5 +1,7 @@
 #include "medialist/zep_media_list.h"
 
+#include "vcore/log.h"
+
 std::string ZEPMediaList::pathPrefix = "/tmp/fuse_d/DCIM/";
 std::vector<UploadRule> ZEPMediaList::kDefaultUploadRules;
 
@@ -33,4 +35,14 @@ bool ZEPMediaList::enterSession(uint32_t sessionId) {
     mSessionId = sessionId;
     mSessionValid = true;
     return true;
+}
+
+// Returns null for a group that was not counted, after logging that in the caller's name.
+const std::vector<uint32_t>* ZEPMediaList::spansOf(uint32_t groupNumber, const char* caller) const {
+    const auto group = mSpanMap.find(groupNumber);
+    if (group == mSpanMap.end()) {
+        VLOG_ERROR("[ZML]: %s: Missing group in span map: %d\n", caller, groupNumber);
+        return nullptr;
+    }
+    return &group->second;
 }

@@ -24,8 +24,10 @@
 //           upload(item.files);
 //   }
 //
-// The list belongs to one session of the database. Whenever a reply shows that the database has
-// changed, the list drops what it counted, the operation fails, and the next one counts afresh.
+// The list belongs to one session of the database. Each reply's session is compared with that of
+// the reply before, except for the first reply after a first count, a sort or a rewind. When it is
+// another one, the database has changed: the list drops what it counted, the operation fails, and
+// the next one counts afresh.
 //
 // Every operation that asks the database blocks until the answer is there. A list is used from one
 // thread; it can be neither copied nor moved, since its address is the token of its requests.
@@ -64,26 +66,30 @@ class ZEPMediaList {
     // and marks them in the database with upload status 5. A list that is built already keeps its
     // entries and their order; only the matches are counted anew.
     // Returns the number of matches, or a negative number: the database client's, or -1 when the
-    // database has changed or repeats a page without an item.
+    // database has changed or claims items that it does not bring.
     [[nodiscard]] int getMediaCount(std::vector<UploadRule>& rules);
 
-    // Puts the entries into the order that a sort-rules document describes (null: newest day first,
-    // within a day the smallest first), and the walk back to the first of them. Counts first when
-    // the list is not built.
-    // Returns 0; -1 when the document is invalid, with entries and walk as before; or the negative
-    // result of the failed count.
+    // Puts the entries into the order that a sort-rules document describes (its form:
+    // medialist/sort_rules.h; null: newest day first, within a day the smallest first), and the
+    // walk back to the first of them. Counts first when the list is not built.
+    // Returns 0; -1 when the document is invalid, with order and walk of a list that was built as
+    // before; or the negative result of the failed count.
     [[nodiscard]] int sort(const char* json);
 
     // Walks to the next entry that the rules accept and adds its files to out, which stays the
     // caller's. Counts first when the list is not built.
-    // Returns kItem with an item in out; kEnd after the last one; kSessionChanged when the database
-    // has changed; kFailed when it cannot be reached, with the walk at the entry it has come to.
+    // Returns kItem with an item in out; kEnd after the last one, and where the database delivers
+    // no item for an entry, which the next call asks for again; kSessionChanged when the database
+    // has changed; kFailed when it cannot be reached, when a page is invalid or when the count
+    // fails (also for a changed session), with the walk at the entry it has come to: when the later
+    // span of a group fails, behind the group.
     // Without kItem, out is not to be relied on.
     [[nodiscard]] int getNextMedia(MediaOutput* out, std::vector<UploadRule>& rules);
 
     // Writes the upload status of one file, which later counts and histograms show.
     // path: 8 characters of directory, '/', 12 characters of file name, without pathPrefix.
-    // Returns 0, -1 when the path has another form, or the database client's negative result.
+    // Returns 0, also when the database refuses the write (its client logs that); -1 when the path
+    // has another form; or the database client's negative result.
     [[nodiscard]] int setUploadStatus(const std::string& path, int status);
 
     // Returns 1 when the rules accept the item, else 0.
@@ -97,12 +103,14 @@ class ZEPMediaList {
 
   private:
     using PageQuery = decltype(&dbGetZEPItems);
+    static constexpr int32_t kNoGroup = -1;
 
     bool sessionChanged(uint32_t sessionId);
     bool enterSession(uint32_t sessionId);
     int countLists();
     int countPage(PageQuery query);
     bool countSpan(const zep_item_s& item);
+    const std::vector<uint32_t>* spansOf(uint32_t groupNumber, const char* caller) const;
     void logEntries() const;
     const MediaEntry* entriesEnd() const { return mEntries.data() + mEntries.size(); }
     int fetchEntry(uint32_t* sessionId);
@@ -117,10 +125,10 @@ class ZEPMediaList {
     bool mSessionValid = false;     // mSessionId holds a value to compare with
     void* mToken = this;            // of every request
     std::vector<UploadRule> mRules;
-    int32_t mCurrentCount = 0;     // counted items that the rules accept
-    int32_t mMediaStartIndex = 0;  // index at which the session files start
-    int32_t mCurrentGroup = -1;    // group of the item that the current step produced, or -1
-    bool mCounted = false;         // mEntries and mSpanMap are complete
+    int32_t mCurrentCount = 0;         // counted items that the rules accept
+    int32_t mMediaStartIndex = 0;      // index at which the session files start
+    int32_t mCurrentGroup = kNoGroup;  // group of the item that the current step produced
+    bool mCounted = false;             // mEntries and mSpanMap are complete
     // Database indices of the spans of each group of type 6 or 8, the first span first.
     std::map<uint32_t, std::vector<uint32_t>> mSpanMap;
     std::vector<MediaEntry> mEntries;

@@ -121,6 +121,5 @@ void syslog(int priority, const char* format, ...) {
     va_start(arguments, format);
     std::vsnprintf(line, sizeof line, format, arguments);
     va_end(arguments);
-    platform.logs.emplace_back(line);
-    platform.logPriorities.push_back(priority);
+    platform.logs.push_back("<" + std::to_string(priority) + ">" + line);
 }

@@ -43,8 +43,7 @@ struct Platform {
     int opened = 0;
     int closed = 0;
     std::vector<unsigned> pauses;   // microseconds of every usleep
-    std::vector<std::string> logs;  // every line sent to the system log
-    std::vector<int> logPriorities;
+    std::vector<std::string> logs;  // every line sent to the system log, after its <priority>
 
     void then(const Exchange& exchange, int times = 1);
     bool logged(const std::string& text) const;  // some line contains the text

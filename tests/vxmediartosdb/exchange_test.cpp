@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <array>
+#include <numeric>
+
 #include "libvxMediaRTOSDB/src/rtos_connection.h"
 #include "libvxMediaRTOSDB/src/util_log.h"
 #include "tests/support/scripted_platform.h"
@@ -13,6 +16,7 @@ uint8_t response[1500];
 int callOnce() {
     rtosConnection connection;
     EXPECT_EQ(rtosConnectionCtor(&connection), 0);
+    connection.endpoint.opaque[46] = 1;
     const Bytes request = words({0x04030201});
     const int result = rtosCall(&connection, request.data(), 4, response);
     rtosConnectionDtor(&connection);
@@ -23,31 +27,24 @@ int callOnce() {
 }
 
 TEST(RtosCall, RetriesElevenTimes) {
-    const struct {
-        int failedSends, failedReceives;
-        Bytes reply;
-        int result;
-        size_t pauses;
-    } rows[] = {
-        {0, 0, Bytes(1500, 1), 1500, 0}, {0, 0, Bytes(7, 1), 7, 0},   {0, 0, {}, 0, 0},
-        {10, 0, Bytes(40, 1), 40, 10},   {5, 5, Bytes(9, 1), 9, 10},  {11, 0, {}, -1, 11},
-        {5, 6, Bytes(9, 1), -1, 11},     {0, 0, Bytes(1501), -1, 11},
-    };
-    for (const auto& row : rows) {
+    using Row = std::array<int, 3>;  // failed sends, failed receives, bytes of the reply then
+    for (const auto& [sends, receives, size] :
+         {Row{0, 0, 1500}, Row{0, 0, 7}, Row{0, 0, 0}, Row{10, 0, 40}, Row{5, 5, 9}, Row{11, 0, 0},
+          Row{5, 6, 9}, Row{0, 0, 1501}}) {
         reset();
-        platform.then(sendFails(-7), row.failedSends);
-        platform.then(receiveFails(-8), row.failedReceives);
-        platform.then(reply(row.reply), 11);
+        platform.then(sendFails(-7), sends);
+        platform.then(receiveFails(-8), receives);
+        platform.then(reply(Bytes(static_cast<size_t>(size))), 11);
         response[1499] = 0xAA;
-        EXPECT_EQ(callOnce(), row.result);
-        EXPECT_EQ(platform.requests.size(), row.pauses + (row.result >= 0));
-        EXPECT_EQ(platform.requests.back(), words({0x04030201}));
-        EXPECT_EQ(platform.pauses, std::vector<unsigned>(row.pauses, 100000));
-        EXPECT_EQ(platform.logged("error on IPC send, retrying, ret -7\n"), row.failedSends > 0);
-        EXPECT_EQ(platform.logged("exhausted retries on IPC exchange, exiting\n"), row.result < 0);
-        EXPECT_EQ(platform.logged("error on IPC received, retrying, bytesRead -8\n"),
-                  row.failedReceives > 0);
-        EXPECT_EQ(response[1499] == 0xAA, row.failedSends == 11);  // cleared before a receive
+        const bool succeeds = sends + receives < 11 && size <= 1500;
+        const auto pauses = static_cast<size_t>(succeeds ? sends + receives : 11);
+        EXPECT_EQ(callOnce(), succeeds ? size : -1);
+        EXPECT_EQ(platform.requests, std::vector(pauses + succeeds, words({0x04030201})));
+        EXPECT_EQ(platform.pauses, std::vector<unsigned>(pauses, 100000));
+        EXPECT_EQ(platform.logged("error on IPC send, retrying, ret -7\n"), sends > 0);
+        EXPECT_EQ(platform.logged("exhausted retries on IPC exchange, exiting\n"), !succeeds);
+        EXPECT_EQ(platform.logged("error on IPC received, retrying, bytesRead -8\n"), receives > 0);
+        EXPECT_EQ(response[1499] == 0xAA, sends == 11);  // cleared before a receive
     }
     platform.initResults = {-5};
     rtosConnection connection;
@@ -57,27 +54,20 @@ TEST(RtosCall, RetriesElevenTimes) {
 
 TEST(RtosCall, DumpsWhatGoesOverTheChannel) {
     reset();
-    Bytes bytes;
-    for (unsigned i = 0; i < 40; i++)
-        bytes.push_back(static_cast<uint8_t>(i * 7));
-    platform.then(reply(bytes), 2);
-    platform.then(sendFails());
-    platform.then(receiveFails());
-    platform.then(reply({}));
+    Bytes bytes(40);
+    std::iota(bytes.begin(), bytes.end(), uint8_t{0xF0});
+    platform.exchanges = {reply(bytes), reply(bytes), sendFails(), receiveFails(), reply({})};
     testing::internal::CaptureStdout();
-    g_logLevel = UTIL_LOG_INFO;
-    callOnce();
-    g_logLevel = UTIL_LOG_TRACE;
-    callOnce();
-    callOnce();
+    for (g_logLevel = UTIL_LOG_INFO; !platform.exchanges.empty(); g_logLevel = UTIL_LOG_TRACE)
+        callOnce();
     g_logLevel = UTIL_LOG_ERROR;
     const std::string sent = "\nSnd :\n[00000/00004]: 01 02 03 04 \n";
+    const std::string dump =
+        "\n[00000/00040]: f0 f1 f2 f3  f4 f5 f6 f7   f8 f9 fa fb  fc fd fe ff    "
+        "00 01 02 03  04 05 06 07   08 09 0a 0b  0c 0d 0e 0f   "
+        "\n[00032/00040]: 10 11 12 13  14 15 16 17  \n";
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              sent +
-                  "\nRcv :\n[00000/00040]: 00 07 0e 15  1c 23 2a 31   38 3f 46 4d  54 5b 62 69    "
-                  "70 77 7e 85  8c 93 9a a1   a8 af b6 bd  c4 cb d2 d9   "
-                  "\n[00032/00040]: e0 e7 ee f5  fc 03 0a 11  \n" +
-                  sent + sent + "\nRcv :\n" + sent + "\nRcv :\n");
+              sent + "\nRcv :" + dump + sent + sent + "\nRcv :\n" + sent + "\nRcv :\n");
 }
 
 }  // namespace

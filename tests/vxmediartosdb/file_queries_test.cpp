@@ -1,11 +1,12 @@
 // The queries about one file: what they find in any reply, and what they log.
-#include <gtest/gtest.h>
+#include "libvxMediaRTOSDB/src/file_queries.h"
+
+#include <gmock/gmock.h>
 
 #include <cstring>
 #include <map>
 #include <set>
 
-#include "libvxMediaRTOSDB/src/file_queries.h"
 #include "libvxMediaRTOSDB/src/response_queries.h"
 #include "libvxMediaRTOSDB/src/video_duration.h"
 #include "tests/vxmediartosdb/reply_sweep.h"
@@ -13,6 +14,7 @@
 namespace {
 
 using namespace scripted;
+using FileQueries = QueryTest;
 
 constexpr const char* kDirectory = "100VMEDI";
 constexpr const char* kFile = "VXMF0012.MP4";
@@ -46,12 +48,50 @@ constexpr auto askGroup = [](Outputs& out) {
 constexpr auto askVideo = [](Outputs& out) {
     return getVideoSpecificInfo(kBoth, &out.video, &out.item, out.highlights, 4);
 };
-// The same without the outputs that may be null.
-constexpr auto askNoMasks = [](Outputs& out) {
-    return getGroupContentInfo(kBoth, &out.group, &out.item, nullptr, nullptr);
+
+// The response queries, on a connection that is the caller's.
+
+rtosConnection connection;
+uint8_t buffer[1500];
+
+// A pointer that a response query sets. What it points to then is copied.
+template <typename Record>
+class Found {
+  public:
+    explicit Found(Record& output) : mOutput(output) {}
+    ~Found() {
+        if (mFound)
+            mOutput = *mFound;
+    }
+    operator const Record**() { return &mFound; }
+
+  private:
+    Record& mOutput;
+    const Record mUnset = {};
+    const Record* mFound = &mUnset;
 };
-constexpr auto askNoHighlights = [](Outputs& out) {
-    return getVideoSpecificInfo("100V", &out.video, nullptr, nullptr, 4);
+
+constexpr auto askItemResponse = [](Outputs& out) {
+    return getContentInfoResponse(&connection, kDirectory, kFile, buffer, Found(out.item));
+};
+constexpr auto askVideoResponse = [](Outputs& out) {
+    return getVideoSpecificInfoResponse(&connection, kDirectory, kFile, buffer, Found(out.item),
+                                        Found(out.video));
+};
+constexpr auto askMoreInfoResponse = [](Outputs& out) {
+    return getMoreInfoResponse(&connection, kDirectory, kFile, buffer, Found(out.moreInfo));
+};
+constexpr auto askGumiResponse = [](Outputs& out) {
+    return getFileGUMIResponse(&connection, kDirectory, kFile, buffer, Found(out.item),
+                               Found(out.gumi), Found(out.parent));
+};
+constexpr auto askWrite = [](Outputs&) {
+    return getWriteUploadStatusResponse(&connection, kDirectory, kFile, buffer, 7);
+};
+constexpr auto askDuration = [](Outputs&) {
+    uint32_t duration = kUntouched;
+    getVideoDuration(kDirectory, kFile, &duration);
+    return static_cast<int>(duration);
 };
 
 // A reply as it is received: bytes that did not come read as zero.
@@ -76,153 +116,72 @@ struct Received {
             out.parent = {};
         return part(&out.gumi, 96, 16);
     }
-    bool groupAlone(Outputs& out) const {
-        return kGroups.count(word(20)) && item(out) && part(&out.group, 96, 24);
-    }
     bool group(Outputs& out) const {
         const uint32_t distance = word(104) - word(100);
         const uint64_t copied = distance / 8 + 1;
         const bool hasMask = word(108) != 0;
-        if (!groupAlone(out) || (hasMask && !part(out.mask, 120, copied)))
+        if (!kGroups.count(word(20)) || !item(out) || !part(&out.group, 96, 24) ||
+            (hasMask && !part(out.mask, 120, copied)))
             return false;
         const uint64_t next = 120 + (hasMask ? (uint64_t{distance} / 32 + 1) * 4 : 0);
         return word(52) == 0 || part(out.highlightMask, next, copied) ||
                !kPhotoGroups.count(word(20));
     }
-    bool videoAlone(Outputs& out) const {
-        return kVideos.count(word(20)) && part(&out.video, 96, 24);
-    }
     bool video(Outputs& out) const {
-        return videoAlone(out) && item(out) &&
+        return kVideos.count(word(20)) && item(out) && part(&out.video, 96, 24) &&
                part(out.highlights, 120, 4 * std::min(word(112), 4u));
     }
 
-    // The HTTP status of a response query, without and with an item in its reply.
+    // The HTTP status of each response query, and what it must find.
     int status() const {
-        if (size < 20)
+        constexpr int kStatuses[] = {200, 503, 503, 404, 404};
+        return size < 20 || word(4) > 4 ? 500 : kStatuses[word(4)];
+    }
+    int itemStatus(Outputs& out) const {
+        if (status() != 200)
+            return status();
+        return !item(out) ? 500 : word(20) == 0xFFFFFFFF ? 404 : 200;
+    }
+    int videoStatus(Outputs& out) const {
+        const int status = itemStatus(out);
+        if (size >= 120 + 4 * uint64_t{word(112)})
+            part(&out.video, 96, 24);
+        else if (status == 200 && word(20) <= 3)
             return 500;
-        const std::map<uint32_t, int> statuses = {{0, 200}, {1, 503}, {2, 503}, {3, 404}, {4, 404}};
-        const auto known = statuses.find(word(4));
-        return known == statuses.end() ? 500 : known->second;
+        return status;
     }
-    int itemStatus() const {
-        if (status() != 200 || size < 96)
-            return status() == 200 ? 500 : status();
-        return word(20) == 0xFFFFFFFF ? 404 : 200;
+    int moreInfoStatus(Outputs& out) const {
+        return status() == 200 && !moreInfo(out) ? 500 : status();
     }
-    bool hasVideo() const { return size >= 120 + 4 * uint64_t{word(112)}; }
+    int gumiStatus(Outputs& out) const {
+        if (!part(&out.gumi, 96, 16))
+            out.gumi = {};
+        if (word(56) & 1)
+            std::memcpy(&out.parent, &bytes[112], 16);
+        return itemStatus(out);
+    }
+    int writeStatus(Outputs&) const { return status(); }
+    int duration(Outputs&) const {
+        Outputs unused;
+        return videoStatus(unused) == 200 ? static_cast<int>(word(100)) : 0;
+    }
 
     size_t size;
     Bytes bytes;
 };
 
-template <auto ask, auto expect>
-void direct(const Bytes& bytes) {
-    const Received reply(bytes);
-    Outputs out;
-    Outputs expected;
-    const bool succeeds = reply.size >= 20 && reply.word(8) != 0 && (reply.*expect)(expected);
-    EXPECT_EQ(ask(out), succeeds ? 0 : -1);
-    EXPECT_TRUE(out == (succeeds ? expected : Outputs()));
-}
-
-// The response queries, on a connection that is the caller's.
-
-rtosConnection connection;
-uint8_t buffer[1500];
-
-constexpr long kNull = -1;
-long at(const void* found) {
-    return found ? static_cast<const uint8_t*>(found) - buffer : kNull;
-}
-
-// A pointer that no query gives, so that a query which leaves it is seen.
-template <typename Record>
-const Record* unset() {
-    return reinterpret_cast<const Record*>(buffer + 1499);
-}
-
-// Checks the result of a response query and the lines that tell its reason.
-void checkStatus(int result, int status, const Received& reply) {
-    EXPECT_EQ(result, status);
-    const std::string size = std::to_string(reply.size);
-    EXPECT_EQ(platform.logged("ERROR:Invalid response size (" + size + "), discarding\n"),
-              reply.size < 20 || (status == 500 && reply.status() == 200));
-    const uint32_t reported = reply.size < 20 ? 0 : reply.word(4);
-    EXPECT_EQ(platform.logged("ERROR:error on IPC received, exiting, status " +
-                              std::to_string(static_cast<int>(reported)) + "\n @"),
-              reported == 3 || reported > 4);
-}
-
-void judgeItem(const Bytes& bytes) {
-    const Received reply(bytes);
-    const int status = reply.itemStatus();
-    auto* item = unset<db_item_record>();
-    checkStatus(getContentInfoResponse(&connection, kDirectory, kFile, buffer, &item), status,
-                reply);
-    EXPECT_EQ(at(item), status == 200 ? 20 : kNull);
-}
-
-void judgeVideo(const Bytes& bytes) {
-    const Received reply(bytes);
-    int status = reply.itemStatus();
-    if (status == 200 && !reply.hasVideo() && reply.word(20) <= 3)
-        status = 500;
-    auto* item = unset<db_item_record>();
-    auto* video = unset<db_video_specific_info>();
-    checkStatus(getVideoSpecificInfoResponse(&connection, kDirectory, kFile, buffer, &item, &video),
-                status, reply);
-    EXPECT_EQ(at(item), status == 200 ? 20 : kNull);
-    EXPECT_EQ(at(video), status == 200 && reply.hasVideo() ? 96 : kNull);
-}
-
-void judgeMoreInfo(const Bytes& bytes) {
-    const Received reply(bytes);
-    const int status = reply.status() == 200 && reply.size < 48 ? 500 : reply.status();
-    auto* moreInfo = unset<db_more_info>();
-    checkStatus(getMoreInfoResponse(&connection, kDirectory, kFile, buffer, &moreInfo), status,
-                reply);
-    EXPECT_EQ(at(moreInfo), status == 200 ? 20 : kNull);
-}
-
-void judgeGumi(const Bytes& bytes) {
-    const Received reply(bytes);
-    const int status = reply.itemStatus();
-    auto* item = unset<db_item_record>();
-    auto* gumi = unset<db_gumi>();
-    auto* parent = unset<db_gumi>();
-    checkStatus(getFileGUMIResponse(&connection, kDirectory, kFile, buffer, &item, &gumi, &parent),
-                status, reply);
-    EXPECT_EQ(at(item), status == 200 ? 20 : kNull);
-    EXPECT_EQ(at(gumi), status == 200 ? 96 : kNull);
-    EXPECT_EQ(at(parent), status == 200 && reply.word(56) & 1 ? 112 : kNull);
-    if (status == 200) {
-        EXPECT_EQ(Bytes(buffer + 96, buffer + 128),
-                  reply.size < 112 ? Bytes(32) : Bytes(&reply.bytes[96], &reply.bytes[128]));
-    }
-}
-
-void judgeStatus(const Bytes& bytes) {
-    const Received reply(bytes);
-    checkStatus(getWriteUploadStatusResponse(&connection, kDirectory, kFile, buffer, 7),
-                reply.status(), reply);
-}
-
-void judgeDuration(const Bytes& bytes) {
-    const Received reply(bytes);
-    const bool found = reply.itemStatus() == 200 && (reply.word(20) > 3 || reply.hasVideo());
-    uint32_t duration = kUntouched;
-    getVideoDuration(kDirectory, kFile, &duration);
-    EXPECT_EQ(duration, found ? reply.word(100) : 0);
+template <bool (Received::*copies)(Outputs&) const>
+int direct(const Received& reply, Outputs& out) {
+    return reply.size >= 20 && reply.word(8) != 0 && (reply.*copies)(out) ? 0 : -1;
 }
 
 const Bytes kFileSubject = text(kBoth);
 const Bytes kItemReply = join({responseHeader(2, 1), itemRecord(4, kFile)});
-const Bytes kBurstReply =
-    join({responseHeader(3, 1), itemRecord(5, kFile, 1), groupInfo(1, 1, 33, 2),
-          words({0xFFFFFFF3, 0x80}), words({0x12345678, 0x9A})});
 const Bytes kChapteredReply =
     join({responseHeader(3, 1), itemRecord(2, kFile, 1), groupInfo(1, 0, 9)});
+const Bytes kGroupReply =
+    join({responseHeader(3, 1), itemRecord(5, kFile, 1), groupInfo(1, 1, 33, 2),
+          words({0xFFFFFFF3, 0x80}), words({0x12345678, 0x9A})});
 const Bytes kVideoReply = join(
     {responseHeader(4, 1), itemRecord(3, kFile), videoInfo(1500, 5), words({10, 20, 30, 40, 50})});
 const Bytes kBurstVideoReply =
@@ -231,142 +190,114 @@ const Bytes kNameReply = join({responseHeader(6, 1), kFileSubject});
 const Bytes kGumiReply =
     join({responseHeader(7, 1), itemRecord(0, kFile, 0, 1), Bytes(16, 0xA5), Bytes(16, 0x5A)});
 const Bytes kMoreInfoReply = join({responseHeader(8, 1), words({1920, 1080, 30, 1, 1, 0, 9})});
+const Bytes kGumiSubject(kGumi.bytes, kGumi.bytes + 16);
+const Bytes kWriteSubject = join({kFileSubject, words({7})});
 
-// got: what the query's log calls itself when a reply has come.
-Query query(const char* name, const Bytes& reply, void (*judge)(const Bytes&), const char* got = "",
-            const Bytes& subject = kFileSubject) {
-    return {
-        name, reply, {}, [=](const Bytes& bytes) {
-            judge(bytes);
-            const Bytes& request = platform.requests.at(0);
-            EXPECT_EQ(request, join({words({wordAt(reply, 0), 1, wordAt(request, 8)}), subject}));
-            EXPECT_EQ(platform.requests.size(), 1u);
-            const std::string size = " got " + std::to_string(bytes.size()) + " bytes\n";
-            EXPECT_TRUE(!*got || platform.logged(std::string("UTIL_LOG_DEBUG:") + got + size));
-        }};
-}
+struct Query {
+    Bytes reply;
+    int (*ask)(Outputs& out);
+    std::function<int(const Received& reply, Outputs& out)> expect;  // result and outputs
+    Bytes subject = kFileSubject;                                    // what the request asks about
 
-INSTANTIATE_TEST_SUITE_P(
-    FileQueries, ReplySweep,
-    testing::Values(
-        query("item", kItemReply, direct<askItem, &Received::item>, "getContentInfo"),
-        query("burst", kBurstReply, direct<askGroup, &Received::group>, "getGroupContentInfo"),
-        query("chaptered video", kChapteredReply, direct<askGroup, &Received::group>),
-        query("group alone", kBurstReply, direct<askNoMasks, &Received::groupAlone>),
-        query("video", kVideoReply, direct<askVideo, &Received::video>, "getVideoSpecificInfo"),
-        query("video alone", kVideoReply, direct<askNoHighlights, &Received::videoAlone>, "",
-              join({text("100V"), Bytes(16)})),
-        query("name of a GUMI", kNameReply, direct<askName, &Received::name>, "getContentInfo",
-              {kGumi.bytes, kGumi.bytes + 16}),
-        query("GUMI", kGumiReply, direct<askGumi, &Received::gumi>, "getContentInfo"),
-        query("more info", kMoreInfoReply, direct<askMoreInfo, &Received::moreInfo>, "getMoreInfo"),
-        query("item response", kItemReply, judgeItem),
-        query("video response", kVideoReply, judgeVideo),
-        query("burst video response", kBurstVideoReply, judgeVideo),
-        query("GUMI response", kGumiReply, judgeGumi),
-        query("more info response", kMoreInfoReply, judgeMoreInfo),
-        query("upload status response", responseHeader(9, 1), judgeStatus, "",
-              join({kFileSubject, words({7})})),
-        query("duration", kVideoReply, judgeDuration),
-        query("duration of a burst video", kBurstVideoReply, judgeDuration)),
-    queryName);
+    void judge(const Bytes& bytes) const {
+        Outputs out;
+        Outputs expected;
+        const int result = expect(Received(bytes), expected);
+        EXPECT_EQ(ask(out), result);
+        EXPECT_TRUE(out == (result == 0 || result == 200 ? expected : Outputs()));
+        const Bytes& request = platform.requests.at(0);
+        EXPECT_EQ(request, join({words({wordAt(reply, 0), 1, wordAt(request, 8)}), subject}));
+        EXPECT_EQ(platform.requests.size(), 1u);
+    }
+};
 
-using FileQueries = QueryTest;
+const std::map<std::string, Query> kQueries = {
+    {"item", {kItemReply, askItem, direct<&Received::item>}},
+    {"group", {kGroupReply, askGroup, direct<&Received::group>}},
+    {"chaptered video", {kChapteredReply, askGroup, direct<&Received::group>}},
+    {"video", {kVideoReply, askVideo, direct<&Received::video>}},
+    {"name", {kNameReply, askName, direct<&Received::name>, kGumiSubject}},
+    {"GUMI", {kGumiReply, askGumi, direct<&Received::gumi>}},
+    {"more info", {kMoreInfoReply, askMoreInfo, direct<&Received::moreInfo>}},
+    {"item response", {kItemReply, askItemResponse, &Received::itemStatus}},
+    {"video response", {kVideoReply, askVideoResponse, &Received::videoStatus}},
+    {"burst video response", {kBurstVideoReply, askVideoResponse, &Received::videoStatus}},
+    {"GUMI response", {kGumiReply, askGumiResponse, &Received::gumiStatus}},
+    {"more info response", {kMoreInfoReply, askMoreInfoResponse, &Received::moreInfoStatus}},
+    {"write response", {responseHeader(9, 1), askWrite, &Received::writeStatus, kWriteSubject}},
+    {"duration", {kBurstVideoReply, askDuration, &Received::duration}},
+};
 
-Bytes cut(const Bytes& bytes, size_t size) {
-    return {bytes.begin(), bytes.begin() + static_cast<long>(size)};
-}
-Bytes with(Bytes bytes, size_t offset, uint32_t value) {
-    putWord(bytes, offset, value);
-    return bytes;
+TEST_F(FileQueries, FindWhatCame) {
+    for (const auto& [name, query] : kQueries)
+        sweep(name, query.reply, [&](const Bytes& reply) { query.judge(reply); });
 }
 
 TEST_F(FileQueries, LogWhatTheyFind) {
-    g_logLevel = UTIL_LOG_DEBUG;
-    constexpr auto item = direct<askItem, &Received::item>;
-    constexpr auto group = direct<askGroup, &Received::group>;
-    constexpr auto video = direct<askVideo, &Received::video>;
-    constexpr auto videoAlone = direct<askNoHighlights, &Received::videoAlone>;
-    const struct {
-        void (*judge)(const Bytes&);
-        Exchange exchange;
-        const char* log;
-    } cases[] = {
-        {item, sendFails(-5), "ERROR:error on IPC send -5\n"},
-        {direct<askGumi, &Received::gumi>, sendFails(-5), "ERROR: error on IPC send -5\n"},
-        {item, receiveFails(-3), "ERROR:error on IPC received -3, exiting\n"},
-        {item, reply(cut(kItemReply, 95)), "ERROR:error on IPC received 95, exiting\n"},
-        {video, reply(cut(kVideoReply, 135)), "ERROR:error on IPC received 135, exiting\n"},
-        {item, reply(kItemReply), "DEBUG:ResponseHeader: command_type 2\n"},
-        {item, reply(kItemReply), "DEBUG:time 0 sec, "},
-        {item, reply(with(kItemReply, 4, 9)), "WARN :vxIpcReceive response status 9\n"},
-        {item, reply(with(kItemReply, 16, 77)), "WARN :Tokens don't match 77 "},
-        {item, reply(with(kItemReply, 8, 0)),
-         "ERROR:vxIpcReceive response count_returned 0 - returning -1\n"},
-        {item, reply(with(kItemReply, 8, 3)),
-         "ERROR:command 2 requested 1, response returned 3, setting response returned to 1\n"},
-        {item, reply(with(kItemReply, 8, 3)),
-         "ERROR:vxIpcReceive response count_returned 1 - using first\n"},
-        {video, reply(with(kVideoReply, 20, 4)),
-         "ERROR:struct db_content_type 4 - must be video for operation\n"},
-        {group, reply(with(kBurstReply, 20, 0)),
-         "ERROR:struct db_content_type 0 - must be group content for operation\n"},
-        {videoAlone, reply(with(kVideoReply, 112, 0)),
-         "DEBUG:highlights (nil), maxNumberHighlightsExpected 4, vsi->highlight_count 0 - skipping "
-         "copy\n"},
-        {video, reply(kVideoReply),
-         "DEBUG:maxNumberHighlightsExpected 4, vsi->highlight_count 5, only returning 4\n"},
-        {videoAlone, reply(kVideoReply), "DEBUG:highlights (nil) - skipping highlight copy\n"},
-        {judgeGumi, reply(cut(kGumiReply, 100)),
-         "WARN :Insufficient response size (100), invalidating GUMIs\n"},
-        {judgeItem, reply(with(kItemReply, 20, 0xFFFFFFFF)),
-         "WARN :Invalid content type (-1), inferring FILE NOT_FOUND\n"},
-        {judgeItem, reply(kItemReply), "WARN :Tokens don't match 0 "},
-        {judgeItem, reply(with(kItemReply, 8, 2)),
-         "WARN :command 2 requested 1, response returned 2"},
-        {judgeItem, reply(kItemReply), "DEBUG:         dir_name 100VMEDI\n"},
-        {judgeStatus, reply(responseHeader(9, 1)), "DEBUG:         file_name VXMF0012.MP4\n"},
-        {judgeStatus, reply(responseHeader(9, 1)), "DEBUG:         upload_status 7\n"},
-    };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.log);
+    const auto check = [](const char* name, const Exchange& exchange, const char* log) {
         reset();
-        platform.then(row.exchange);
-        row.judge(row.exchange.replies.empty() ? Bytes() : row.exchange.replies[0]);
-        EXPECT_TRUE(platform.logged(row.log)) << testing::PrintToString(platform.logs);
+        platform.then(exchange);
+        kQueries.at(name).judge(exchange.replies.empty() ? Bytes() : exchange.replies[0]);
+        EXPECT_TRUE(platform.logged(log)) << log << testing::PrintToString(platform.logs);
         EXPECT_EQ(platform.opened, platform.closed);
-    }
+    };
+    const auto change = [&](const char* name, size_t offset, uint32_t value, const char* log) {
+        check(name, reply(with(kQueries.at(name).reply, offset, value)), log);
+    };
+    g_logLevel = UTIL_LOG_WARN;
+    check("item", sendFails(-5), "ERROR:error on IPC send -5\n");
+    check("GUMI", sendFails(-5), "ERROR: error on IPC send -5\n");
+    check("item", receiveFails(-3), "ERROR:error on IPC received -3, exiting\n");
+    check("video", reply(cut(kVideoReply, 135)), "ERROR:error on IPC received 135, exiting\n");
+    change("item", 4, 9, "WARN :vxIpcReceive response status 9\n");
+    change("item", 16, 77, "WARN :Tokens don't match 77 ");
+    change("item", 8, 0, "ERROR:vxIpcReceive response count_returned 0 - returning -1\n");
+    change("item", 8, 3, "ERROR:command 2 requested 1, response returned 3, setting response ");
+    change("item", 8, 3, "ERROR:vxIpcReceive response count_returned 1 - using first\n");
+    change("video", 20, 4, "ERROR:struct db_content_type 4 - must be video for operation\n");
+    change("group", 20, 0, "content_type 0 - must be group content for operation\n");
+    change("item response", 16, 77, "WARN :Tokens don't match 77 ");
+    change("item response", 8, 2, "WARN :command 2 requested 1, response returned 2");
+    change("item response", 4, 3, "ERROR:error on IPC received, exiting, status 3\n");
+    change("item response", 20, ~0u, "WARN :Invalid content type (-1), inferring FILE NOT_FOUND\n");
+    check("GUMI response", reply(cut(kGumiReply, 95)), "ERROR:Invalid response size (95), disc");
+    check("GUMI response", reply(cut(kGumiReply, 100)), "WARN :Insufficient response size (100)");
 }
 
 TEST_F(FileQueries, RepeatAFailedExchangeOnTheCallersConnectionOnly) {
-    for (const auto judge : {judgeItem, judgeStatus}) {
-        platform.then(sendFails(), 10);
-        platform.then(reply(kItemReply));
-        judge(kItemReply);
-    }
-    EXPECT_EQ(platform.pauses.size(), 20u);
-    platform.initResults = {-7, -7};
+    platform.then(sendFails(), 10);
+    platform.then(reply(kVideoReply));
     Outputs out;
+    EXPECT_EQ(askItemResponse(out), 200);
+    EXPECT_EQ(platform.pauses.size(), 10u);
+    platform.initResults = {-7, -7};
     EXPECT_EQ(askItem(out), -7);
-    EXPECT_TRUE(platform.logged("UTIL_LOG_ERROR:vxIpcInit fail, ret -7\n"));
-    judgeDuration({});
+    EXPECT_EQ(askDuration(out), 0);
     EXPECT_TRUE(platform.logged("UTIL_LOG_ERROR:rtosConnectionCtor ret < 0"));
+    EXPECT_EQ(platform.closed, 0);
 }
 
-TEST_F(FileQueries, RefuseNullArguments) {
-    EXPECT_EQ(getContentInfo(nullptr, nullptr), -1);
-    EXPECT_EQ(getGroupContentInfo(nullptr, nullptr, nullptr, nullptr, nullptr), -1);
-    EXPECT_EQ(getVideoSpecificInfo(nullptr, nullptr, nullptr, nullptr, 0), -1);
-    EXPECT_EQ(getContentInfoByGUMI(nullptr, nullptr), -1);
-    EXPECT_EQ(getFileGUMI(nullptr, nullptr, nullptr), -1);
-    EXPECT_EQ(getMoreInfo(nullptr, nullptr), -1);
-    for (const char* names : {"ci", "gci = (nil), ci", "vsi", "gumi", "mi"})
-        EXPECT_TRUE(
-            platform.logged(std::string(":Invalid input: fs = (nil), ") + names + " = (nil)\n"));
-    EXPECT_EQ(platform.opened, 0);
-    const db_more_info* found = nullptr;
-    EXPECT_EXIT((void)getMoreInfoResponse(&connection, kDirectory, nullptr, buffer, &found),
-                testing::ExitedWithCode(255), "");
+TEST_F(FileQueries, TakeNullForOptionalOutputsOnly) {
+    Outputs out;
+    platform.then(reply(kGroupReply));
+    EXPECT_EQ(getGroupContentInfo(kBoth, &out.group, &out.item, nullptr, nullptr), 0);
+    platform.then(reply(kVideoReply));
+    EXPECT_EQ(getVideoSpecificInfo("100V", &out.video, nullptr, nullptr, 4), 0);
+    platform.then(reply(kGumiReply));
+    EXPECT_EQ(getFileGUMI("100V", &out.gumi, nullptr), 0);
+    EXPECT_EQ(Bytes(platform.requests.back().begin() + 12, platform.requests.back().end()),
+              join({text("100V"), Bytes(16)}));
+
+    platform.logs.clear();
+    EXPECT_EQ(getContentInfo(nullptr, &out.item), -1);
+    EXPECT_EQ(getContentInfo(kBoth, nullptr), -1);
+    EXPECT_EQ(getGroupContentInfo(kBoth, nullptr, &out.item, nullptr, nullptr), -1);
+    EXPECT_EQ(getGroupContentInfo(kBoth, &out.group, nullptr, nullptr, nullptr), -1);
+    EXPECT_EQ(getVideoSpecificInfo(kBoth, nullptr, &out.item, nullptr, 0), -1);
+    EXPECT_EQ(getContentInfoByGUMI(nullptr, out.fs), -1);
+    EXPECT_EQ(getFileGUMI(kBoth, nullptr, &out.parent), -1);
+    EXPECT_EQ(getMoreInfo(kBoth, nullptr), -1);
+    EXPECT_THAT(platform.logs, testing::Each(testing::HasSubstr(":Invalid input: fs = ")));
     EXPECT_EXIT((void)getMoreInfoResponse(&connection, kDirectory, kFile, buffer, nullptr),
                 testing::ExitedWithCode(255), "");
 }

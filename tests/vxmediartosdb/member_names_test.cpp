@@ -12,14 +12,6 @@ namespace {
 
 using namespace scripted;
 
-void setModel(uint32_t model) {
-    platform.setting = [model](int key, uint32_t size, uint32_t* length, void* buffer) {
-        std::memcpy(buffer, &model, sizeof model);
-        *length = sizeof model;
-        return key == CSI_MODEL_NUMBER && size == 1400 ? 0 : -1;
-    };
-}
-
 constexpr auto kFiles = MemberNameUse::kFiles;
 constexpr auto kDurations = MemberNameUse::kDurations;
 
@@ -76,9 +68,13 @@ void checkModel(uint32_t setting, bool oneBasedChapters) {
     platform.setting = [](int, uint32_t, uint32_t*, void*) { return 0; };
     EXPECT_EQ(csiGetModelNumber(), 30);
     EXPECT_TRUE(platform.logged("invalid len, 0 - using model number CAMERA_ID_ORVANE\n"));
-    setModel(setting);
+    platform.setting = [&](int key, uint32_t size, uint32_t* length, void* buffer) {
+        std::memcpy(buffer, &setting, sizeof setting);
+        *length = sizeof setting;
+        return key == CSI_MODEL_NUMBER && size == 1400 ? 0 : -1;
+    };
     EXPECT_EQ(csiGetModelNumber(), static_cast<int>(setting & 0xFF));
-    setModel(99);
+    platform.setting = nullptr;
     EXPECT_EQ(usesOneBasedChapters(), oneBasedChapters);
     checkNames(oneBasedChapters);
     std::exit(testing::Test::HasFailure());

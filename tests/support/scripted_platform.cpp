@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
-#include <cstring>
 
 #include "platform/csi.h"
 #include "platform/debug_level.h"
@@ -15,11 +14,9 @@
 namespace scripted {
 
 Platform platform;
-static Exchange current;
 
 void reset() {
     platform = {};
-    current = {};
     g_debug_level = 0;
 }
 
@@ -58,7 +55,6 @@ void append(Bytes& bytes, const Bytes& more) {
 
 }  // namespace scripted
 
-using scripted::current;
 using scripted::platform;
 
 uint32_t g_debug_level = 0;
@@ -78,25 +74,25 @@ int vxIpcSend(vxIpcEndpoint*, const void* message, int length) {
     const auto* bytes = static_cast<const uint8_t*>(message);
     platform.requests.emplace_back(bytes, bytes + length);
     if (!platform.exchanges.empty()) {
-        current = platform.exchanges.front();
+        platform.current = platform.exchanges.front();
         platform.exchanges.pop_front();
     } else if (platform.answer) {
-        current = platform.answer(platform.requests.back());
+        platform.current = platform.answer(platform.requests.back());
     } else {
-        current = scripted::sendFails();
+        platform.current = scripted::sendFails();
     }
-    return current.sendResult;
+    return platform.current.sendResult;
 }
 
 int vxIpcReceive(vxIpcEndpoint*, void* buffer, int size) {
+    scripted::Exchange& current = platform.current;
     if (current.replies.empty())
         return current.receiveResult;
     const scripted::Bytes message = current.replies.front();
     current.replies.pop_front();
     if (message.size() > static_cast<size_t>(size))
         return -1;
-    if (!message.empty())
-        std::memcpy(buffer, message.data(), message.size());
+    std::ranges::copy(message, static_cast<uint8_t*>(buffer));
     return static_cast<int>(message.size());
 }
 

@@ -35,6 +35,7 @@ struct Platform {
     // The script. When it is used up, answer is asked; without one every send fails.
     std::deque<Exchange> exchanges;
     std::function<Exchange(const Bytes& request)> answer;
+    Exchange current;             // the last one taken from the script
     std::deque<int> initResults;  // of the next vxIpcInit calls; 0 when used up
     std::function<int(int key, uint32_t bufferSize, uint32_t* lengthOut, void* buffer)> setting;
 

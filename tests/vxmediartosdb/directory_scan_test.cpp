@@ -1,6 +1,5 @@
 #include "libvxMediaRTOSDB/src/directory_scan.h"
 
-#include <cstring>
 #include <sstream>
 
 #include "tests/vxmediartosdb/reply_sweep.h"
@@ -30,50 +29,43 @@ int oddOnly(const char* fileName, int length) {
 }
 
 TEST_F(DirectoryScan, CollectsTheEntriesOfAllMessages) {
-    const struct {
-        uint32_t transfers, names;
-        int result;
-        const char* messages;  // separated by '|'
-        db_scandir_filter filter;
-        std::string kept;
-        const char* log;
-    } cases[] = {
-        {3, 5, 0, "12|34|5", nullptr, "12345", "                number_transfers 3\n"},
-        {2, 5, 0, "12|34|5", nullptr, "1234", "                number_file_names 5\n"},
-        {9, 3, 0, "12|3|4", nullptr, "123", ""},
-        {9, 5, 0, "12.|.|3", nullptr, "12", ""},
-        {2, 4, 0, "12|34", oddOnly, "13", ""},
-        {2, 2, -5, "|12", nullptr, "12", "ERROR:no scandir_result_item received!"},
-        {1, 2, 0, "01", nullptr, "01", "ERROR:scandir_result_item filename is empty!"},
-        {3, 9, -10, "1234|567|89", oddOnly, "135", "ERROR:not enough size of file_entries!"},
-        {2, ~0u, 0, "1|2", nullptr, "12", "SCANDIR response token is not matched!"},
-    };
-    g_logLevel = UTIL_LOG_DEBUG;
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.messages);
+    // messages: separated by '|'.
+    const auto check = [](uint32_t transfers, uint32_t names, int result, const char* messages,
+                          db_scandir_filter filter, const std::string& kept, const char* log) {
+        SCOPED_TRACE(messages);
         reset();
         Exchange exchange;
-        std::istringstream messages(row.messages);
-        for (std::string digits; std::getline(messages, digits, '|');)
-            exchange.replies.push_back(entries(digits));
+        std::istringstream digits(messages);
+        for (std::string message; std::getline(digits, message, '|');)
+            exchange.replies.push_back(entries(message));
         Bytes& first = exchange.replies.front();
-        first = join({words({12, 0, row.transfers, row.names, 0}), first});
+        first = join({words({12, 0, transfers, names, 0}), first});
         platform.then(exchange);
-        db_scandir_entry kept[kCapacity];
-        std::memset(kept, 0xEE, sizeof kept);
-        uint32_t count = kCapacity;
-        EXPECT_EQ(dbScanDirectory("100VMEDI", kept, &count, row.filter), row.result);
-
         Bytes expected;
-        for (char digit : row.kept)
+        for (char digit : kept)
             append(expected, join({Bytes(3, 0xEE), nameOf(digit), {0}, words({2, 1})}));
-        EXPECT_EQ(count, row.kept.size());
-        expected.resize(sizeof kept, 0xEE);
-        EXPECT_EQ(std::memcmp(kept, expected.data(), sizeof kept), 0);
-        EXPECT_TRUE(platform.logged(row.log)) << testing::PrintToString(platform.logs);
+        expected.resize(kCapacity * sizeof(db_scandir_entry), 0xEE);
+
+        Bytes array(expected.size(), 0xEE);
+        auto* const found = reinterpret_cast<db_scandir_entry*>(array.data());
+        uint32_t count = kCapacity;
+        EXPECT_EQ(dbScanDirectory("100VMEDI", found, &count, filter), result);
+        EXPECT_EQ(count, kept.size());
+        EXPECT_EQ(array, expected);
+        EXPECT_TRUE(platform.logged(log)) << testing::PrintToString(platform.logs);
         const Bytes& request = platform.requests.at(0);
         EXPECT_EQ(request, join({words({12, 1, wordAt(request, 8)}), text("100VMEDI")}));
-    }
+    };
+    g_logLevel = UTIL_LOG_DEBUG;
+    check(3, 5, 0, "12|34|5", nullptr, "12345", "                number_transfers 3\n");
+    check(2, 5, 0, "12|34|5", nullptr, "1234", "                number_file_names 5\n");
+    check(9, 3, 0, "12|3|4", nullptr, "123", "");
+    check(9, 5, 0, "12.|.|3", nullptr, "12", "");
+    check(2, 4, 0, "12|34", oddOnly, "13", "");
+    check(2, 2, -5, "|12", nullptr, "12", "ERROR:no scandir_result_item received!");
+    check(1, 2, 0, "01", nullptr, "01", "ERROR:scandir_result_item filename is empty!");
+    check(3, 9, -10, "1234|567|89", oddOnly, "135", "ERROR:not enough size of file_entries!");
+    check(2, ~0u, 0, "1|2", nullptr, "12", "SCANDIR response token is not matched!");
 }
 
 TEST_F(DirectoryScan, JudgesTheFirstMessage) {
@@ -91,18 +83,18 @@ TEST_F(DirectoryScan, JudgesTheFirstMessage) {
 }
 
 TEST_F(DirectoryScan, WritesNothingWhenItCannotAsk) {
-    const auto scan = [](const char* directory) {
+    const auto check = [](const char* directory, int result) {
         uint32_t count = 3;
-        const int result = dbScanDirectory(directory, nullptr, &count, nullptr);
+        EXPECT_EQ(dbScanDirectory(directory, nullptr, &count, nullptr), result);
         EXPECT_EQ(count, 0u);
-        return result;
     };
-    for (const char* directory : {"100VMED", "100VMEDIA", static_cast<const char*>(nullptr)})
-        EXPECT_EQ(scan(directory), -4);
+    check("100VMED", -4);
+    check("100VMEDIA", -4);
+    check(nullptr, -4);
     platform.initResults = {-9};
-    EXPECT_EQ(scan("100VMEDI"), -1);
+    check("100VMEDI", -1);
     EXPECT_TRUE(platform.requests.empty());
-    EXPECT_EQ(scan("100VMEDI"), -1);
+    check("100VMEDI", -1);
     EXPECT_TRUE(platform.logged("bytesRead=-1, RTOS transaction failed.\n"));
     EXPECT_EQ(platform.closed, 1);
 }

@@ -71,20 +71,17 @@ class Found {
     const Record* mFound = &mUnset;
 };
 
-constexpr auto askItemResponse = [](Outputs& out) {
-    return getContentInfoResponse(&connection, kDirectory, kFile, buffer, Found(out.item));
-};
-constexpr auto askVideoResponse = [](Outputs& out) {
-    return getVideoSpecificInfoResponse(&connection, kDirectory, kFile, buffer, Found(out.item),
-                                        Found(out.video));
-};
-constexpr auto askMoreInfoResponse = [](Outputs& out) {
-    return getMoreInfoResponse(&connection, kDirectory, kFile, buffer, Found(out.moreInfo));
-};
-constexpr auto askGumiResponse = [](Outputs& out) {
-    return getFileGUMIResponse(&connection, kDirectory, kFile, buffer, Found(out.item),
-                               Found(out.gumi), Found(out.parent));
-};
+// Asks a response query that finds these outputs.
+template <auto query, auto... outputs>
+int askResponse(Outputs& out) {
+    return query(&connection, kDirectory, kFile, buffer, Found(out.*outputs)...);
+}
+constexpr auto askItemResponse = askResponse<getContentInfoResponse, &Outputs::item>;
+constexpr auto askMoreInfoResponse = askResponse<getMoreInfoResponse, &Outputs::moreInfo>;
+constexpr auto askVideoResponse =
+    askResponse<getVideoSpecificInfoResponse, &Outputs::item, &Outputs::video>;
+constexpr auto askGumiResponse =
+    askResponse<getFileGUMIResponse, &Outputs::item, &Outputs::gumi, &Outputs::parent>;
 constexpr auto askWrite = [](Outputs&) {
     return getWriteUploadStatusResponse(&connection, kDirectory, kFile, buffer, 7);
 };
@@ -249,7 +246,6 @@ TEST_F(FileQueries, LogWhatTheyFind) {
     check("GUMI", sendFails(-5), "ERROR: error on IPC send -5\n");
     check("item", receiveFails(-3), "ERROR:error on IPC received -3, exiting\n");
     check("video", reply(cut(kVideoReply, 135)), "ERROR:error on IPC received 135, exiting\n");
-    change("item", 4, 9, "WARN :vxIpcReceive response status 9\n");
     change("item", 16, 77, "WARN :Tokens don't match 77 ");
     change("item", 8, 0, "ERROR:vxIpcReceive response count_returned 0 - returning -1\n");
     change("item", 8, 3, "ERROR:command 2 requested 1, response returned 3, setting response ");
@@ -257,11 +253,8 @@ TEST_F(FileQueries, LogWhatTheyFind) {
     change("video", 20, 4, "ERROR:struct db_content_type 4 - must be video for operation\n");
     change("group", 20, 0, "content_type 0 - must be group content for operation\n");
     change("item response", 16, 77, "WARN :Tokens don't match 77 ");
-    change("item response", 8, 2, "WARN :command 2 requested 1, response returned 2");
     change("item response", 4, 3, "ERROR:error on IPC received, exiting, status 3\n");
-    change("item response", 20, ~0u, "WARN :Invalid content type (-1), inferring FILE NOT_FOUND\n");
     check("GUMI response", reply(cut(kGumiReply, 95)), "ERROR:Invalid response size (95), disc");
-    check("GUMI response", reply(cut(kGumiReply, 100)), "WARN :Insufficient response size (100)");
 }
 
 TEST_F(FileQueries, RepeatAFailedExchangeOnTheCallersConnectionOnly) {

@@ -49,21 +49,11 @@ void checkNames(bool oneBasedChapters) {
     check("VPAA0001.MP4", 6, 2, 30, "V0020030.JPG");
 }
 
-TEST(MemberNames, FollowTheItemsName) {
-    reset();  // no settings service: the default model's chapters start at 1
-    checkNames(true);
-    db_item_record photo = {};
-    photo.content_type = DB_CONTENT_TYPE_SINGLE_PHOTO;
-    g_logLevel = UTIL_LOG_WARN;
-    EXPECT_FALSE(MemberNames(photo, 1, kFiles).exist());
-    g_logLevel = UTIL_LOG_ERROR;
-    EXPECT_TRUE(platform.logged("content type 4 unhandled for group"));
-}
-
 // Each model needs a process of its own.
 void checkModel(uint32_t setting, bool oneBasedChapters) {
     reset();
     EXPECT_EQ(csiGetModelNumber(), 30);
+    checkNames(true);
     EXPECT_TRUE(platform.logged("csi err, -1 - using model number CAMERA_ID_ORVANE\n"));
     platform.setting = [](int, uint32_t, uint32_t*, void*) { return 0; };
     EXPECT_EQ(csiGetModelNumber(), 30);
@@ -80,11 +70,19 @@ void checkModel(uint32_t setting, bool oneBasedChapters) {
     std::exit(testing::Test::HasFailure());
 }
 
-TEST(ModelNumberDeathTest, IsReadOnceAndReducedToEightBits) {
+TEST(MemberNamesDeathTest, FollowTheItemsNameAndTheModel) {
     for (uint32_t setting : {24u, 30u, 32u, 33u, 50u, 51u, 53u, 54u, 0x133u})
         EXPECT_EXIT(checkModel(setting, true), testing::ExitedWithCode(0), "") << setting;
     for (uint32_t setting : {0u, 23u, 25u, 31u, 49u, 52u, 55u, 0x134u})
         EXPECT_EXIT(checkModel(setting, false), testing::ExitedWithCode(0), "") << setting;
+
+    reset();
+    db_item_record photo = {};
+    photo.content_type = DB_CONTENT_TYPE_SINGLE_PHOTO;
+    g_logLevel = UTIL_LOG_WARN;
+    EXPECT_FALSE(MemberNames(photo, 1, kFiles).exist());
+    g_logLevel = UTIL_LOG_ERROR;
+    EXPECT_TRUE(platform.logged("content type 4 unhandled for group"));
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "vtl/record.h"
+#include "vtl/container.h"
 #include "vtl/value.h"
 
 namespace {
@@ -14,7 +14,7 @@ constexpr double kTolerance = 0.000001;
 using NumberText = std::array<char, 320>;
 
 /// Null for a value that has no text.
-const char* textOf(const vtl_value& value, NumberText& buffer) {
+const char* comparedText(const vtl_value& value, NumberText& buffer) {
     if (value.type == VTL_TYPE_STRING) {
         return value.payload.text != nullptr ? value.payload.text : "";
     }
@@ -24,8 +24,7 @@ const char* textOf(const vtl_value& value, NumberText& buffer) {
 }
 
 bool isReference(const vtl_value& value) {
-    return value.type == VTL_TYPE_VOIDPTR || value.type == VTL_TYPE_DICT ||
-           value.type == VTL_TYPE_LIST || value.type == VTL_TYPE_STACK;
+    return value.type == VTL_TYPE_VOIDPTR || vtl::isContainer(value);
 }
 
 const void* referenceOf(const vtl_value& value) {
@@ -40,8 +39,8 @@ unsigned compareReferences(const vtl_value& a, const vtl_value& b) {
 unsigned compareTexts(const vtl_value& a, const vtl_value& b) {
     NumberText bufferA;
     NumberText bufferB;
-    const char* textA = textOf(a, bufferA);
-    const char* textB = textOf(b, bufferB);
+    const char* textA = comparedText(a, bufferA);
+    const char* textB = comparedText(b, bufferB);
     if (textA == nullptr || textB == nullptr) {
         return 0;
     }

@@ -158,8 +158,7 @@ int toFraction(const vtl_value& value, void* numerator, void* denominator) {
 }  // namespace
 
 int vtl_value_get(const vtl_value* value, unsigned target, void* out, void* extra) {
-    const bool needsExtra = target == VTL_TYPE_STRING || target == VTL_TYPE_FRACTION;
-    if (value == nullptr || out == nullptr || (needsExtra && extra == nullptr)) {
+    if (value == nullptr || out == nullptr || (vtl::needsExtra(target) && extra == nullptr)) {
         return 1;
     }
     switch (target) {

@@ -69,16 +69,11 @@ int append(vtl_chain& entries, vtl::ValuePtr key, vtl::ValuePtr value) {
     return 0;
 }
 
-int appendClones(const vtl_chain& source, vtl_chain& destination) {
-    for (const vtl_chain_node* node = source.head; node != nullptr; node = node->next) {
-        const vtl_dict_entry* entry = entryOf(node);
-        const bool complete = entry != nullptr && entry->key != nullptr && entry->value != nullptr;
-        if (complete &&
-            append(destination, vtl::clone(*entry->key), vtl::clone(*entry->value)) != 0) {
-            return 1;
-        }
-    }
-    return 0;
+/// An entry without a key or a value is left out.
+int appendClone(vtl_chain& entries, const void* item) {
+    const auto* entry = static_cast<const vtl_dict_entry*>(item);
+    const bool complete = entry != nullptr && entry->key != nullptr && entry->value != nullptr;
+    return complete ? append(entries, vtl::clone(*entry->key), vtl::clone(*entry->value)) : 0;
 }
 
 }  // namespace
@@ -244,20 +239,11 @@ int vtl_dict_copy(const vtl_value* source, vtl_value* destination) {
 }
 
 int vtl_dict_deepcopy(const vtl_value* source, vtl_value* destination) {
-    const vtl_chain* entries = entriesOf(source);
-    if (entries == nullptr || !vtl::hasChain(destination) || vtl::refersTo(destination, entries)) {
+    if (!vtl::hasChain(destination)) {
         return 1;
     }
-    vtl_deinit(destination);
-    if (vtl_dict_init(destination) != 0) {
-        return 1;
-    }
-    vtl_chain& copies = *entriesOf(destination);
-    const int result = appendClones(*entries, copies);
-    if (result != 0) {
-        vtl::destroyEntries(copies, vtl::StackElements::kDestroy);
-    }
-    return result;
+    return vtl::copyItems(source, destination, VTL_TYPE_DICT, vtl_dict_init, appendClone,
+                          vtl::destroyEntries);
 }
 
 int vtl_dict_dump(const vtl_value* dict) {

@@ -21,6 +21,11 @@ inline bool isOf(const vtl_value* value, unsigned type) {
     return value != nullptr && value->type == type;
 }
 
+/// Whether a C value of the type comes in two variables, the second one extra.
+inline bool needsExtra(unsigned type) {
+    return type == VTL_TYPE_STRING || type == VTL_TYPE_FRACTION;
+}
+
 /// Writes a conversion's result to the caller's variable. Returns 0.
 template <typename T>
 int store(void* out, T result) {

@@ -16,39 +16,29 @@ vtl_chain_node* nodeAt(const vtl_chain* chain, int index) {
     return node;
 }
 
-int insertBefore(vtl_chain& chain, vtl_chain_node* position, ValuePtr element) {
-    if (element == nullptr || vtl_chain_insert_item_before(&chain, position, element.get()) != 0) {
+int insertBefore(vtl_chain* chain, vtl_chain_node* position, ValuePtr element) {
+    if (element == nullptr || vtl_chain_insert_item_before(chain, position, element.get()) != 0) {
         return 1;
     }
     static_cast<void>(element.release());
     return 0;
 }
 
-int appendClones(const vtl_chain& source, vtl_chain& destination) {
-    for (const vtl_chain_node* node = source.head; node != nullptr; node = node->next) {
-        const auto* element = static_cast<const vtl_value*>(node->item);
-        if (element == nullptr || insertBefore(destination, nullptr, clone(*element)) != 0) {
-            return 1;
-        }
-    }
-    return 0;
+int appendClone(vtl_chain& chain, const void* item) {
+    return item != nullptr
+               ? insertBefore(&chain, nullptr, clone(*static_cast<const vtl_value*>(item)))
+               : 1;
 }
 
 }  // namespace
 
 int insertElement(vtl_chain* chain, int index, unsigned type, const void* value) {
-    if (chain == nullptr) {
-        return 1;
-    }
-    return insertBefore(*chain, nodeAt(chain, index),
+    return insertBefore(chain, nodeAt(chain, index),
                         ValuePtr(vtl_value_create(type, value, nullptr)));
 }
 
 int appendElement(vtl_chain* chain, unsigned type, const void* value) {
-    if (chain == nullptr) {
-        return 1;
-    }
-    return insertBefore(*chain, nullptr, ValuePtr(vtl_value_create(type, value, nullptr)));
+    return insertBefore(chain, nullptr, ValuePtr(vtl_value_create(type, value, nullptr)));
 }
 
 int convertElement(const vtl_chain* chain, int index, unsigned target, void* out, void* extra) {
@@ -79,21 +69,7 @@ int clearElements(vtl_chain* chain) {
 }
 
 int copyElements(const vtl_value* source, vtl_value* destination, unsigned type, Init init) {
-    const vtl_chain* elements = chainOf(source, type);
-    if (elements == nullptr || destination == nullptr || refersTo(destination, elements)) {
-        return 1;
-    }
-    vtl_deinit(destination);
-    init(destination);
-    vtl_chain* copies = chainOf(destination, type);
-    if (copies == nullptr) {
-        return 1;
-    }
-    const int result = appendClones(*elements, *copies);
-    if (result != 0) {
-        destroyValues(*copies, StackElements::kDestroy);
-    }
-    return result;
+    return copyItems(source, destination, type, init, appendClone, destroyValues);
 }
 
 }  // namespace vtl

@@ -143,8 +143,7 @@ vtl_value* vtl_value_create(unsigned type, const void* value, const void* extra)
 }
 
 int vtl_value_set(vtl_value* value, unsigned type, const void* source, const void* extra) {
-    const bool needsExtra = type == VTL_TYPE_STRING || type == VTL_TYPE_FRACTION;
-    if (value == nullptr || source == nullptr || (needsExtra && extra == nullptr)) {
+    if (value == nullptr || source == nullptr || (vtl::needsExtra(type) && extra == nullptr)) {
         return 1;
     }
     switch (type) {

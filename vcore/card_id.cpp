@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int kMaxStoredDigits = 30;
+static_assert(kMaxStoredDigits < CARD_ID_SIZE);
 constexpr int kMaxDraws = 10;
 
 struct CardPaths {
@@ -66,6 +67,8 @@ int makeIdentity(const char* path, char* out) {
         fprintf(stderr, "Failed to create file  %s\n", path);
         return -1;
     }
+    // Unbuffered, so that a full card is noticed: an identity that is not stored would not last.
+    setvbuf(file.get(), nullptr, _IONBF, 0);
     const std::int64_t identity = drawIdentity();
     if (identity < 0) {
         fputs("Failed to get random number\n", stderr);
@@ -73,8 +76,7 @@ int makeIdentity(const char* path, char* out) {
     }
     char text[CARD_ID_SIZE] = "";
     snprintf(text, sizeof text, "%lld", static_cast<long long>(identity));
-    // Flushed, so that a full card is noticed: an identity that is not stored would not last.
-    if (fputs(text, file.get()) < 0 || fflush(file.get()) != 0) {
+    if (fputs(text, file.get()) < 0) {
         fputs("Failed to get write card_id to file\n", stderr);
         return -1;
     }

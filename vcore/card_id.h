@@ -22,9 +22,12 @@ extern "C" {
 int getCardIDStr(char* out);
 
 /* Reads the identity from the file "MISC/card" of the storage. Where it is missing, empty or
- * damaged a new one is drawn and stored, the folder included.
+ * damaged a new one is drawn (with srand and rand) and stored, the folder included. The first 30
+ * characters of the file count, up to a zero byte; any of them that is no digit, a final newline
+ * included, is damage.
  * out: CARD_ID_SIZE bytes. storage: CARD_STORAGE_INTERNAL, or any other number for the SD card.
- * Returns 0 with the identity in out, or -1 after a report on standard error, with "0" in out. */
+ * Returns 0 with the identity in out, or -1 after a report on standard error, with "0" in out; a
+ * null out is reported too. */
 int getCardIDStrExt(char* out, int storage);
 
 /* Tells whether the first length characters of text, or all before its terminator if that comes

@@ -11,7 +11,8 @@ namespace {
 
 constexpr char kCoreDirectory[] = "/tmp/fuse_b/";
 
-int enterCoreDirectory() {
+// Returns the result of entering their directory.
+int allowCoreFiles() {
     const rlimit unlimited{RLIM_INFINITY, RLIM_INFINITY};
     if (setrlimit(RLIMIT_CORE, &unlimited) != 0) {
         printf("%s: Error: unable to set core limit in order to generate core dump!",
@@ -36,7 +37,7 @@ int daemon_init_ext(int allowCoreDump) {
         exit(0);
     }
     setsid();
-    const int entered = allowCoreDump != 0 ? enterCoreDirectory() : chdir("/");
+    const int entered = allowCoreDump != 0 ? allowCoreFiles() : chdir("/");
     umask(0);
     return entered;
 }

@@ -3,7 +3,7 @@
 #include "libvxMediaRTOSDB/src/http_status.h"
 #include "libvxMediaRTOSDB/src/util_log.h"
 
-CardIdentity::CardIdentity() : mText("0"), mKnown(getCardIDStr(mText) >= 0) {
+CardIdentity::CardIdentity() : mKnown(getCardIDStr(mText) == 0) {
     if (!mKnown)
         UTIL_LOG(UTIL_LOG_ERROR, "getCardIDStr ret < 0");
 }

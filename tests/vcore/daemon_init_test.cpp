@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 #include <sched.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstring>
 #include <filesystem>
 #include <string>
 
@@ -30,7 +30,9 @@ std::string callHere(int allowCoreDump) {
 }
 
 void becomeChildOfProcessOne() {
-    EXPECT_EQ(unshare(CLONE_NEWPID), 0);
+    if (unshare(CLONE_NEWPID) != 0) {
+        _exit(1);
+    }
     while (getppid() != 1) {
         if (const pid_t child = fork(); child != 0) {
             waitpid(child, nullptr, 0);
@@ -42,26 +44,19 @@ void becomeChildOfProcessOne() {
 // Returns what callHere tells and what it leaves on standard output.
 std::string callInChild(
     int allowCoreDump, void (*prepare)() = [] {}) {
-    int ends[2];
-    EXPECT_EQ(pipe(ends), 0);
-    const pid_t child = fork();
-    if (child == 0) {
-        dup2(ends[1], STDOUT_FILENO);
+    prctl(PR_SET_CHILD_SUBREAPER, 1);
+    testing::internal::CaptureStdout();
+    if (fork() == 0) {
         std::filesystem::current_path("/tmp");
         prepare();
         printf(", %s", callHere(allowCoreDump).c_str());
         fflush(stdout);
         _exit(0);
     }
-    close(ends[1]);
-    int status = -1;
-    EXPECT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0) << "the caller's process ends with success";
-    char told[200] = "";
-    while (read(ends[0], told + strlen(told), 1) > 0) {
+    for (int status = 0; wait(&status) > 0;) {
+        EXPECT_EQ(status, 0) << "caller and daemon end with success";
     }
-    close(ends[0]);
-    return told;
+    return testing::internal::GetCapturedStdout();
 }
 
 TEST(DaemonInit, DetachesOnceAndSaysWhereCoreFilesGo) {
@@ -72,6 +67,14 @@ TEST(DaemonInit, DetachesOnceAndSaysWhereCoreFilesGo) {
     std::filesystem::create_directory("/tmp/fuse_b");
     EXPECT_EQ(callInChild(1), note + ", 0" + detached + " with cores in /tmp/fuse_b");
     EXPECT_EQ(callInChild(1, becomeChildOfProcessOne), ", 0 in /tmp");
+    const auto forbidCores = [] {
+        const rlimit none{};
+        setrlimit(RLIMIT_CORE, &none);
+        EXPECT_EQ(setresuid(1, 1, 1), 0);
+    };
+    EXPECT_EQ(callInChild(1, forbidCores),
+              "daemon_init_ext: Error: unable to set core limit in order to generate core dump!" +
+                  note + ", 0" + detached + " in /tmp/fuse_b");
 }
 
 }  // namespace

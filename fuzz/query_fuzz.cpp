@@ -2,7 +2,6 @@
 #include "fuzz/checked_response.h"
 #include "libvxMediaRTOSDB/src/media_list.h"
 #include "libvxMediaRTOSDB/src/media_metadata.h"
-#include "libvxMediaRTOSDB/src/query_string.h"
 
 using namespace scripted;
 
@@ -21,10 +20,5 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     };
     checkResponse([&] { (void)generateMediaList(nullptr, query.c_str()); });
     checkResponse([&] { (void)generateMetadata(nullptr, query.c_str()); });
-
-    std::string decoded(size % 100, '\0');
-    const int length = urlDecode(query.data(), static_cast<int>(size), decoded.data(),
-                                 static_cast<int>(decoded.size()), 1);
-    require(length >= -1 && length <= static_cast<int>(decoded.size()));
     return 0;
 }

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "libvxMediaRTOSDB/src/http_status.h"
+#include "libvxMediaRTOSDB/src/query_data_set.h"
 #include "libvxMediaRTOSDB/src/query_fields.h"
 #include "libvxMediaRTOSDB/src/query_status.h"
 #include "libvxMediaRTOSDB/src/query_value.h"
@@ -16,43 +17,16 @@ namespace {
 constexpr size_t kFieldsValueSize = 1024;
 constexpr uint32_t kEverythingQueryOptions = 0xFFFFFB00;
 
-constexpr const char* kNoValue = "Field '%s' has no value\n";
-constexpr const char* kTooLong = "Insufficient storage for %s=%s\n";
-constexpr const char* kRepeated = "Field '%s' found multiple times\n";
-
-constexpr QueryKey kDataSetKey = {
-    .name = "f",
-    .absent = nullptr,
-    .empty = kNoValue,
-    .tooLong = kTooLong,
-    .repeated = kRepeated,
-};
+constexpr QueryKey kDataSetKey = {.name = "f", .empty = kFieldEmpty, .repeated = kFieldRepeated};
 constexpr QueryKey kFieldsKey = {
-    .name = "fields",
-    .absent = nullptr,
-    .empty = kNoValue,
-    .tooLong = kTooLong,
-    .repeated = kRepeated,
-};
-constexpr QueryKey kFolderKey = {
-    .name = "folder",
-    .absent = nullptr,
-    .empty = nullptr,
-    .tooLong = kTooLong,
-    .repeated = kRepeated,
-};
+    .name = "fields", .empty = kFieldEmpty, .repeated = kFieldRepeated};
+constexpr QueryKey kFolderKey = {.name = "folder", .repeated = kFieldRepeated};
 
 constexpr uint32_t kVideos = QUERY_OPTION_VIDEO;
 constexpr uint32_t kPhotos = QUERY_OPTION_PHOTO;
 constexpr uint32_t kVideosAndPhotos = kVideos | kPhotos;
 constexpr uint32_t kEveryKind =
     kVideosAndPhotos | RTOS_DB_QUERY_METADATA_SESSION_FILES | QUERY_OPTION_RAW;
-
-struct DataSet {
-    std::string_view value;
-    DbFilter filter;
-    uint32_t queryOptions;
-};
 
 constexpr DataSet kDataSets[] = {
     {"photos", eDBFILTER_T_PHOTOS, kPhotos},
@@ -73,20 +47,10 @@ constexpr DataSet kDataSets[] = {
 };
 
 int parseQueryF(std::string_view query, QuerySettings* pSettings) {
-    char buffer[kQueryValueSize];
-    const QueryValue value = readQueryValue(query, kDataSetKey, buffer);
-    if (value.status != HTTP_OK || !value.found)
-        return value.status;
-    for (const DataSet& dataSet : kDataSets) {
-        if (dataSet.value != value.text)
-            continue;
-        pSettings->filter = dataSet.filter;
-        pSettings->rtosDBQueryOptions = dataSet.queryOptions;
-        if (dataSet.filter == eDBFILTER_T_UPLOAD)
-            pSettings->whitelistMask = FIELD_UPLOAD_STATUS;
-        return checkNotRepeated(query, kDataSetKey);
-    }
-    return rejectValue(HTTP_NOT_IMPLEMENTED, "%s=%s not implemented\n", kDataSetKey, value);
+    const int status = parseDataSet(query, kDataSetKey, kDataSets, pSettings);
+    if (pSettings->filter == eDBFILTER_T_UPLOAD)
+        pSettings->whitelistMask = FIELD_UPLOAD_STATUS;
+    return status;
 }
 
 void addUnsupported(std::string_view name, QuerySettings* pSettings) {
@@ -112,7 +76,7 @@ int parseQueryFields(std::string_view query, QuerySettings* pSettings) {
     UTIL_ASSERT(pSettings->unsupported[0] == '\0');
     char buffer[kFieldsValueSize];
     const QueryValue value = readQueryValue(query, kFieldsKey, buffer);
-    if (value.status != HTTP_OK || !value.found)
+    if (value.status != HTTP_OK || value.text.empty())
         return value.status;
 
     uint32_t fieldMask = 0;
@@ -148,9 +112,6 @@ int parseQueryFiles(std::string_view query, const QuerySettings& settings) {
     const QueryKey key = {
         .name = "files",
         .absent = hasFolder ? "Required field '%s' missing\n" : nullptr,
-        .empty = nullptr,
-        .tooLong = kTooLong,
-        .repeated = nullptr,
     };
     char buffer[kQueryValueSize];
     const QueryValue value = readQueryValue(query, key, buffer);

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "libvxMediaRTOSDB/src/http_status.h"
+#include "libvxMediaRTOSDB/src/query_data_set.h"
 #include "libvxMediaRTOSDB/src/query_status.h"
 #include "libvxMediaRTOSDB/src/query_value.h"
 #include "libvxMediaRTOSDB/src/text_split.h"
@@ -15,22 +16,16 @@ namespace {
 constexpr QueryKey kDataSetKey = {
     .name = "t",
     .absent = "Field '%s' not found\n",
-    .empty = "Field '%s' has no value\n",
+    .empty = kFieldEmpty,
     .tooLong = "Insufficient internal storage for %s=%s\n",
-    .repeated = "Required field '%s' found multiple times\n",
+    .repeated = kRequiredFieldRepeated,
 };
 
 constexpr QueryKey kPathKey = {
     .name = "p",
     .absent = "Required field '%s' not found\n",
-    .empty = "Required field '%s' has no value\n",
-    .tooLong = "Insufficient storage for %s=%s\n",
-    .repeated = "Required field '%s' found multiple times\n",
-};
-
-struct DataSet {
-    std::string_view value;
-    DbFilter filter;
+    .empty = kRequiredFieldEmpty,
+    .repeated = kRequiredFieldRepeated,
 };
 
 constexpr DataSet kDataSets[] = {
@@ -39,24 +34,18 @@ constexpr DataSet kDataSets[] = {
     {"upload", eDBFILTER_T_GET_UPLOAD},
 };
 
-int parseQueryT(std::string_view query, QuerySettings* pSettings) {
-    char buffer[kQueryValueSize];
-    const QueryValue value = readQueryValue(query, kDataSetKey, buffer);
-    if (value.status != HTTP_OK)
-        return value.status;
-    for (const DataSet& dataSet : kDataSets) {
-        if (dataSet.value == value.text) {
-            pSettings->filter = dataSet.filter;
-            return checkNotRepeated(query, kDataSetKey);
-        }
-    }
-    return rejectValue(HTTP_NOT_IMPLEMENTED, "%s=%s not implemented\n", kDataSetKey, value);
-}
-
 bool isMediaFileName(std::string_view name) {
     constexpr size_t kExtension = 8;
     const std::string_view extension = name.substr(std::min(kExtension, name.size()));
     return extension == ".JPG" || extension == ".MP4" || extension == ".360";
+}
+
+// name: a piece of the key's value.
+int rejectName(const char* message, std::string_view name) {
+    char text[kQueryValueSize] = {};
+    name.copy(text, sizeof(text) - 1);
+    UTIL_LOG(UTIL_LOG_ERROR, message, text);
+    return HTTP_BAD_REQUEST;
 }
 
 int parseQueryP(std::string_view query, QuerySettings* pSettings) {
@@ -70,16 +59,10 @@ int parseQueryP(std::string_view query, QuerySettings* pSettings) {
     std::string_view path = value.text;
     const std::string_view directory = takePiece(&path, '/');
     const std::string_view file = takePiece(&path, '/');
-    if (directory.empty() || directory.size() > kDirNameSize) {
-        UTIL_LOG(UTIL_LOG_ERROR, "invalid directory name: dir:'%.*s'\n",
-                 static_cast<int>(directory.size()), directory.data());
-        return HTTP_BAD_REQUEST;
-    }
-    if (file.empty() || file.size() > kFileNameSize) {
-        UTIL_LOG(UTIL_LOG_ERROR, "invalid filename: file:'%.*s'\n", static_cast<int>(file.size()),
-                 file.data());
-        return HTTP_BAD_REQUEST;
-    }
+    if (directory.empty() || directory.size() > kDirNameSize)
+        return rejectName("invalid directory name: dir:'%s'\n", directory);
+    if (file.empty() || file.size() > kFileNameSize)
+        return rejectName("invalid filename: file:'%s'\n", file);
     directory.copy(pSettings->dirName, kDirNameSize);
     file.copy(pSettings->fileName, kFileNameSize);
     if (!isMediaFileName(file)) {
@@ -99,7 +82,7 @@ int parseMetadataQuery(const char* query, QuerySettings* pSettings) {
     pSettings->whitelistMask = kMetadataFields;
 
     const std::string_view text = query;
-    int status = parseQueryT(text, pSettings);
+    int status = parseDataSet(text, kDataSetKey, kDataSets, pSettings);
     if (status == HTTP_OK)
         status = parseQueryP(text, pSettings);
     if (status == HTTP_OK)

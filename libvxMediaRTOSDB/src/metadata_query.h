@@ -8,8 +8,9 @@ extern "C" {
 
 // Parses a metadata query. Neither pointer may be null: the process ends.
 // query: zero-terminated, without the "?". pSettings: zeroed first.
-// Returns 200; 400 for a key that is missing, empty, too long, invalid or given twice; 404 for a
-// file that is no medium by its name; 501 for an unknown data set. Each rejection is logged.
+// Returns 200; 400 for a "t" or "p" that is missing or empty, a value that is too long or invalid,
+// a key given twice, and what parseQueryStatus rejects; 404 for a file that is no medium by its
+// name; 501 for an unknown data set. Each rejection is logged.
 [[nodiscard]] int parseMetadataQuery(const char* query, QuerySettings* pSettings);
 
 #pragma GCC visibility pop

@@ -32,8 +32,9 @@ uint32_t settingFilter(uint32_t filter) {
 }  // namespace
 
 int parseQueryStatus(const char* query, int queryLength, QuerySettings* pSettings) {
+    UTIL_ASSERT(query);
     UTIL_ASSERT(pSettings);
-    if (!query || queryLength < 1)
+    if (queryLength < 1)
         return HTTP_OK;
 
     const std::string_view text(query, static_cast<size_t>(queryLength));
@@ -41,10 +42,8 @@ int parseQueryStatus(const char* query, int queryLength, QuerySettings* pSetting
     const bool wanted = filter != pSettings->filter;
     const QueryKey key = {
         .name = "status",
-        .absent = nullptr,
-        .empty = wanted ? "Required field '%s' has no value\n" : nullptr,
-        .tooLong = "Insufficient storage for %s=%s\n",
-        .repeated = "Required field '%s' found multiple times\n",
+        .empty = wanted ? kRequiredFieldEmpty : nullptr,
+        .repeated = kRequiredFieldRepeated,
     };
     char buffer[kQueryValueSize];
     const QueryValue value = readQueryValue(text, key, buffer);

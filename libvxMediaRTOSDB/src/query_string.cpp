@@ -2,6 +2,7 @@
 
 #include <strings.h>
 
+#include <algorithm>
 #include <cstddef>
 
 namespace {
@@ -88,5 +89,5 @@ int findQueryValueN(const char* query, int queryLength, const char* key, char* v
     if (!query || queryLength < 1 || !key)
         return QUERY_NOT_FOUND;
     return findValue({query, static_cast<size_t>(queryLength)}, key,
-                     {value, static_cast<size_t>(valueSize)}, skip);
+                     {value, static_cast<size_t>(valueSize)}, std::max(skip, 0));
 }

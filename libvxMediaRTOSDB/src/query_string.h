@@ -11,16 +11,12 @@ enum QueryLookup : int {
     QUERY_INTERNAL = -3,
 };
 
-// As findQueryValueN, for texts and a buffer that are there.
-[[nodiscard]] int findValue(std::string_view query, std::string_view key, std::span<char> value,
-                            int skip);
-
 extern "C" {
 #pragma GCC visibility push(default)
 
 // Decodes one value: "%" and two hexadecimal digits become the byte they spell, any other "%"
 // stays, and "+" becomes a blank when plusToSpace is not 0.
-// sourceLength: characters of source; below 1 for an empty value.
+// sourceLength: characters of source; below 1 for an empty value, as is a null source.
 // destinationSize: bytes of destination, the terminating zero included.
 // Returns the number of characters decoded, or -1 when they do not fit; destination then holds
 // those that do.
@@ -32,15 +28,22 @@ extern "C" {
 // query: queryLength characters. key: zero-terminated.
 // value: valueSize bytes; ends with a zero, and is empty when nothing is found.
 // Returns the value's length, 0 for an empty value, or
-//   -1 when the query does not have the key,
-//   -2 when the value does not fit (value then holds what fits) or there is no room for any,
-//   -3 when the decoder fails otherwise.
+//   QUERY_NOT_FOUND when the query does not have the key, query or key is null or queryLength is
+//     below 1,
+//   QUERY_NO_ROOM when the value does not fit (value then holds what fits), or value is null or
+//     valueSize is below 1 (nothing is written then),
+//   QUERY_INTERNAL when the decoder fails otherwise.
 [[nodiscard]] int findQueryValue(const char* query, int queryLength, const char* key, char* value,
                                  int valueSize);
 
-// As findQueryValue, for the occurrence of the key after skip earlier ones: 0 for the first.
+// As findQueryValue, for the occurrence of the key after skip earlier ones. A negative skip acts as
+// 0, for the first.
 [[nodiscard]] int findQueryValueN(const char* query, int queryLength, const char* key, char* value,
                                   int valueSize, int skip);
 
 #pragma GCC visibility pop
 }
+
+// As findQueryValueN, for texts and a buffer that are there.
+[[nodiscard]] int findValue(std::string_view query, std::string_view key, std::span<char> value,
+                            int skip);

@@ -14,14 +14,14 @@ int rejectKey(const char* message, const QueryKey& key) {
 int checkLookup(int result, const QueryKey& key, const QueryValue& value) {
     if (result == QUERY_NOT_FOUND)
         return key.absent ? rejectKey(key.absent, key) : HTTP_OK;
-    if (result == 0)
-        return key.empty ? rejectKey(key.empty, key) : HTTP_OK;
     if (result == QUERY_NO_ROOM)
         return rejectValue(HTTP_BAD_REQUEST, key.tooLong, key, value);
     if (result < 0) {
         UTIL_LOG(UTIL_LOG_ERROR, "Internal failure (%d) while processing %s\n", result, key.name);
         return HTTP_INTERNAL_ERROR;
     }
+    if (value.text.empty() && key.empty)
+        return rejectKey(key.empty, key);
     return HTTP_OK;
 }
 
@@ -29,8 +29,7 @@ int checkLookup(int result, const QueryKey& key, const QueryValue& value) {
 
 QueryValue readQueryValue(std::string_view query, const QueryKey& key, std::span<char> buffer) {
     const int result = findValue(query, key.name, buffer, 0);
-    QueryValue value = {
-        HTTP_OK, result >= 0, {buffer.data(), result > 0 ? static_cast<size_t>(result) : 0}};
+    QueryValue value = {.status = HTTP_OK, .text = buffer.data()};
     value.status = checkLookup(result, key, value);
     return value;
 }

@@ -7,23 +7,28 @@
 
 constexpr size_t kQueryValueSize = 64;  // of most values, the terminating zero included
 
+constexpr const char* kRequiredFieldEmpty = "Required field '%s' has no value\n";
+constexpr const char* kFieldEmpty = "Field '%s' has no value\n";
+constexpr const char* kRequiredFieldRepeated = "Required field '%s' found multiple times\n";
+constexpr const char* kFieldRepeated = "Field '%s' found multiple times\n";
+
 // A key and the messages of its checks. A check without a message is not made: the key may be
 // absent, or its value empty.
 struct QueryKey {
     const char* name;
-    const char* absent;
-    const char* empty;
-    const char* tooLong;
-    const char* repeated;
+    const char* absent = nullptr;
+    const char* empty = nullptr;
+    const char* tooLong = "Insufficient storage for %s=%s\n";
+    const char* repeated = nullptr;
 };
 
 struct QueryValue {
-    int status;  // HTTP_OK, or that of the check that failed, which is logged
-    bool found;
-    std::string_view text;  // zero-terminated; empty when the value was not found
+    int status;             // HTTP_OK, or that of the check that failed, which is logged
+    std::string_view text;  // zero-terminated; empty when the key is absent
 };
 
-// Decodes the key's first value into buffer, which must outlive what is returned.
+// Decodes the key's first value, which ends at its first NUL, into buffer, which must outlive what
+// is returned.
 [[nodiscard]] QueryValue readQueryValue(std::string_view query, const QueryKey& key,
                                         std::span<char> buffer);
 

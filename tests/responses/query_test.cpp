@@ -1,12 +1,17 @@
 // The parsers of both kinds of query, and the decoding of their values.
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
+#include <climits>
 #include <cstring>
 #include <random>
+#include <string>
+#include <vector>
 
 #include "libvxMediaRTOSDB/src/media_list_query.h"
 #include "libvxMediaRTOSDB/src/metadata_query.h"
+#include "libvxMediaRTOSDB/src/query_status.h"
 #include "libvxMediaRTOSDB/src/query_string.h"
 #include "libvxMediaRTOSDB/src/util_log.h"
 #include "tests/support/scripted_platform.h"
@@ -75,24 +80,14 @@ TEST(FindQueryValue, Table) {
         int result;
         const char* value;
     } cases[] = {
-        {"t=dur", "t", 0, 8, 3, "dur"},
-        {"T=dur&p=1", "t", 0, 8, 3, "dur"},
-        {"a=1&t=%41", "t", 0, 8, 1, "A"},
-        {"xt=1", "t", 0, 8, -1, ""},
-        {"t", "t", 0, 8, -1, ""},
-        {"t=", "t", 0, 8, 0, ""},
-        {"t&t=5", "t", 0, 8, 1, "5"},
-        {"a=t=1", "t", 0, 8, -1, ""},
-        {"t=1&t=2", "t", 1, 8, 1, "2"},
-        {"t=1&t=2", "t", 2, 8, -1, ""},
-        {"t=1&a=&T=&t=9", "t", 1, 8, 0, ""},
-        {"t=12345", "t", 0, 6, 5, "12345"},
-        {"t=12345", "t", 0, 5, -2, "1234"},
-        {"t=", "t", 0, 1, 0, ""},
-        {"t=1", "t", 0, 1, -2, ""},
-        {"t=1", "t", 0, 0, -2, "?"},
-        {"", "t", 0, 8, -1, ""},
-        {"t=1&ab", "abc", 0, 8, -1, ""},
+        {"t=dur", "t", 0, 8, 3, "dur"},     {"T=dur&p=1", "t", 0, 8, 3, "dur"},
+        {"a=1&t=%41", "t", 0, 8, 1, "A"},   {"xt=1", "t", 0, 8, -1, ""},
+        {"t", "t", 0, 8, -1, ""},           {"t&t=5", "t", 0, 8, 1, "5"},
+        {"a=t=1", "t", 0, 8, -1, ""},       {"t=1", "t", INT_MIN, 8, 1, "1"},
+        {"t=1&t=2", "t", 2, 8, -1, ""},     {"t=1&a=&T=&t=9", "t", 1, 8, 0, ""},
+        {"t=12345", "t", 0, 6, 5, "12345"}, {"t=12345", "t", 0, 5, -2, "1234"},
+        {"t=", "t", 0, 1, 0, ""},           {"t=1", "t", 0, 1, -2, ""},
+        {"t=1", "t", 0, 0, -2, "?"},        {"t=1&ab", "abc", 0, 8, -1, ""},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.query);
@@ -124,7 +119,7 @@ TEST(MediaListQuery, Accepts) {
         {"", 0, 0xFFFFFB00, 0x81B},
         {"x=1", 0, 0},
         {"f=photos", 1, 0x200},
-        {"F=video", 2, 0x100},
+        {"F=video%00x", 2, 0x100},
         {"f=clips", 4, 0x300},
         {"f=videoclips", 4, 0x100},
         {"f=photoclips", 5, 0x200},
@@ -153,9 +148,10 @@ TEST(MediaListQuery, Accepts) {
         {"fields=%22", 0, 0, 0, 0, "", "\""},
         {"fields=" + std::string(100, 'u') + ",n", 0, 0, 1, 0, "", std::string(100, 'u')},
         {"fields=" + std::string(101, 'u') + ",b", 0, 0, 0x800},
+        {"fields=n%00xyzw,foo", 0, 0, 1},
         {"folder=&files=", 0, 0},
         {"folder=12345678&files=" + k63, 0, 0, 0xFFFFFFFF, 0, "12345678"},
-        {"folder=12345678&files=", 0, 0, 0xFFFFFFFF, 0, "12345678"},
+        {"folder=12345678%00&files=", 0, 0, 0xFFFFFFFF, 0, "12345678"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.query);
@@ -198,70 +194,78 @@ TEST(MetadataQuery, Accepts) {
     }
 }
 
-TEST(Queries, Reject) {
+TEST(Queries, Log) {
+    const auto list = parseMediaListQuery;
+    const auto metadata = parseMetadataQuery;
     const std::string p = "&p=100VMEDI/V0010001.MP4";
     const struct {
         int (*parse)(const char*, QuerySettings*);
         std::string query;
         int status;
         std::string message;
+        std::string level = "ERROR:";
     } cases[] = {
-        {parseMediaListQuery, "f=Photos", 501, "f=Photos not implemented\n"},
-        {parseMediaListQuery, "f=video%00", 501, "f=video not implemented\n"},
-        {parseMediaListQuery, "f=", 400, "Field 'f' has no value\n"},
-        {parseMediaListQuery, "f=" + k63, 501, "f=" + k63 + " not implemented\n"},
-        {parseMediaListQuery, "f=" + k64, 400, "Insufficient storage for f=" + k63 + "\n"},
-        {parseMediaListQuery, "f=raw&F=raw", 400, "Field 'f' found multiple times\n"},
-        {parseMediaListQuery, "fields=", 400, "Field 'fields' has no value\n"},
-        {parseMediaListQuery, "fields=n&fields=", 400, "Field 'fields' found multiple times\n"},
-        {parseMediaListQuery, "fields=" + std::string(1024, 'n'), 400, "storage for fields=nnn"},
-        {parseMediaListQuery, "folder=123456789&files=", 400,
-         "folder=123456789 is an invalid value\n"},
-        {parseMediaListQuery, "folder=" + k64, 400, "Insufficient storage for folder="},
-        {parseMediaListQuery, "folder=A&folder=A&files=", 400,
-         "Field 'folder' found multiple times\n"},
-        {parseMediaListQuery, "folder=A", 400, "Required field 'files' missing\n"},
-        {parseMediaListQuery, "files=A", 400, "Required field 'folder' missing\n"},
-        {parseMediaListQuery, "files=" + k64, 400, "Insufficient storage for files="},
-        {parseMediaListQuery, "f=upload&status=", 400, "Required field 'status' has no value\n"},
-        {parseMediaListQuery, "f=upload&status=3x", 400, "status=3x is an invalid value\n"},
-        {parseMediaListQuery, "f=upload&status=-1", 400, "status=-1 is an invalid value\n"},
-        {parseMediaListQuery, "f=upload&status=+1", 400, "status= 1 is an invalid value\n"},
-        {parseMediaListQuery, "f=upload&status=4294967296", 400, "is an invalid value\n"},
-        {parseMediaListQuery, "f=upload&status=00000000001", 400, "is an invalid value\n"},
-        {parseMediaListQuery, "status=" + k64, 400, "Insufficient storage for status="},
-        {parseMediaListQuery, "status=1&status=1", 400,
-         "Required field 'status' found multiple times\n"},
-        {parseMetadataQuery, "p=1", 400, "Field 't' not found\n"},
-        {parseMetadataQuery, "t=" + p, 400, "Field 't' has no value\n"},
-        {parseMetadataQuery, "t=DUR" + p, 501, "t=DUR not implemented\n"},
-        {parseMetadataQuery, "t=" + k64 + p, 400,
-         "Insufficient internal storage for t=" + k63 + "\n"},
-        {parseMetadataQuery, "t=dur&t=dur" + p, 400, "Required field 't' found multiple times\n"},
-        {parseMetadataQuery, "t=dur", 400, "Required field 'p' not found\n"},
-        {parseMetadataQuery, "t=dur&p=", 400, "Required field 'p' has no value\n"},
-        {parseMetadataQuery, "t=dur&p=" + k64, 400, "Insufficient storage for p="},
-        {parseMetadataQuery, "t=dur" + p + p, 400, "Required field 'p' found multiple times\n"},
-        {parseMetadataQuery, "t=dur&p=//", 400, "invalid directory name: dir:''\n"},
-        {parseMetadataQuery, "t=dur&p=123456789/A", 400, "directory name: dir:'123456789'\n"},
-        {parseMetadataQuery, "t=dur&p=100VMEDI/", 400, "invalid filename: file:''\n"},
-        {parseMetadataQuery, "t=dur&p=A/V00100012.MP4", 400, "filename: file:'V00100012.MP4'\n"},
-        {parseMetadataQuery, "t=dur&p=A/V0010001.mp4", 404,
-         "Not a JPG or MP4 file name 'V0010001.mp4', inferring FILE NOT_FOUND\n"},
-        {parseMetadataQuery, "t=dur&p=A/V1.MP4", 404, "inferring FILE NOT_FOUND\n"},
-        {parseMetadataQuery, "t=upload&status=&p=A/V0010001.JPG", 400,
-         "Required field 'status' has no value\n"},
+        {list, "f=Photos", 501, "f=Photos not implemented\n"},
+        {list, "f=", 400, "Field 'f' has no value\n"},
+        {list, "f=%00", 400, "Field 'f' has no value\n"},
+        {list, "f=" + k63, 501, "f=" + k63 + " not implemented\n"},
+        {list, "f=" + k64, 400, "Insufficient storage for f=" + k63 + "\n"},
+        {list, "f=raw&F=raw", 400, "Field 'f' found multiple times\n"},
+        {list, "fields=%00abc,x", 400, "Field 'fields' has no value\n"},
+        {list, "fields=n&fields=", 400, "Field 'fields' found multiple times\n"},
+        {list, "fields=" + std::string(1024, 'n'), 400, "Insufficient storage for fields=nnn"},
+        {list, "fields=n," + std::string(101, 'u'), 200,
+         "Insufficient storage for unsupported fields"},
+        {list, "fields=n,a,b", 200, "fieldMask = 0x00000801, unsupported a\n", "WARN :"},
+        {list, "folder=123456789&files=", 400, "folder=123456789 is an invalid value\n"},
+        {list, "folder=" + k64, 400, "Insufficient storage for folder="},
+        {list, "folder=A&folder=A&files=", 400, "Field 'folder' found multiple times\n"},
+        {list, "folder=A", 400, "Required field 'files' missing\n"},
+        {list, "files=A", 400, "Required field 'folder' missing\n"},
+        {list, "files=" + k64, 400, "Insufficient storage for files="},
+        {list, "f=upload&status=", 400, "Required field 'status' has no value\n"},
+        {list, "f=upload&status=3x", 400, "status=3x is an invalid value\n"},
+        {list, "f=upload&status=-1", 400, "status=-1 is an invalid value\n"},
+        {list, "f=upload&status=+1", 400, "status= 1 is an invalid value\n"},
+        {list, "f=upload&status=4294967296", 400, "status=4294967296 is an invalid value\n"},
+        {list, "f=upload&status=00000000001", 400, "status=00000000001 is an invalid value\n"},
+        {list, "status=" + k64, 400, "Insufficient storage for status="},
+        {list, "status=1&status=1", 400, "Required field 'status' found multiple times\n"},
+        {metadata, "p=1", 400, "Field 't' not found\n"},
+        {metadata, "t=" + p, 400, "Field 't' has no value\n"},
+        {metadata, "t=DUR" + p, 501, "t=DUR not implemented\n"},
+        {metadata, "t=" + k64 + p, 400, "Insufficient internal storage for t=" + k63 + "\n"},
+        {metadata, "t=dur&t=dur" + p, 400, "Required field 't' found multiple times\n"},
+        {metadata, "t=dur", 400, "Required field 'p' not found\n"},
+        {metadata, "t=dur&p=", 400, "Required field 'p' has no value\n"},
+        {metadata, "t=dur&p=" + k64, 400, "Insufficient storage for p="},
+        {metadata, "t=dur" + p + p, 400, "Required field 'p' found multiple times\n"},
+        {metadata, "t=dur&p=//", 400, "invalid directory name: dir:''\n"},
+        {metadata, "t=dur&p=123456789/A", 400, "invalid directory name: dir:'123456789'\n"},
+        {metadata, "t=dur&p=100VMEDI/", 400, "invalid filename: file:''\n"},
+        {metadata, "t=dur&p=A/V00100012.MP4/B", 400, "invalid filename: file:'V00100012.MP4'\n"},
+        {metadata, "t=dur&p=A/V0010001.mp4", 404,
+         "Not a JPG or MP4 file name 'V0010001.mp4', inferring FILE NOT_FOUND\n", "WARN :"},
+        {metadata, "t=dur&p=A/V%00001000.MP4", 404, "Not a JPG or MP4 file name 'V', ", "WARN :"},
+        {metadata, "t=dur&p=A/V1.MP4", 404, "Not a JPG or MP4 file name 'V1.MP4', ", "WARN :"},
     };
+    g_logLevel = UTIL_LOG_WARN;
     for (const auto& c : cases) {
         SCOPED_TRACE(c.query);
         scripted::reset();
-        g_logLevel = UTIL_LOG_WARN;
         QuerySettings settings;
         EXPECT_EQ(c.parse(c.query.c_str(), &settings), c.status);
-        EXPECT_TRUE(platform.logged(c.message)) << testing::PrintToString(platform.logs);
-        EXPECT_TRUE(platform.logged(c.status == 404 ? "UTIL_LOG_WARN :" : "UTIL_LOG_ERROR:"));
-        g_logLevel = UTIL_LOG_ERROR;
+        EXPECT_TRUE(platform.logged("UTIL_LOG_" + c.level + c.message))
+            << testing::PrintToString(platform.logs);
     }
+    g_logLevel = UTIL_LOG_ERROR;
+}
+
+TEST(Queries, EndTheProcessWithoutAQuery) {
+    QuerySettings settings = {};
+    EXPECT_EXIT((void)parseQueryStatus(nullptr, 0, &settings), testing::ExitedWithCode(255), "");
+    EXPECT_EXIT((void)parseMediaListQuery(nullptr, &settings), testing::ExitedWithCode(255), "");
+    EXPECT_EXIT((void)parseMetadataQuery(nullptr, &settings), testing::ExitedWithCode(255), "");
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "simulator/card.h"
 
+#include "libvxMediaRTOSDB/src/model_number.h"
 #include "simulator/card_settings.h"
 #include "simulator/media_grouping.h"
 #include "simulator/media_name.h"

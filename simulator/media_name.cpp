@@ -1,15 +1,12 @@
 #include "simulator/media_name.h"
 
 #include <algorithm>
-#include <array>
 
 #include "libvxMediaRTOSDB/src/db_item_record.h"
 
 namespace simulator {
 
 namespace {
-
-constexpr std::array<uint8_t, 8> kOneBasedModels = {24, 30, 32, 33, 50, 51, 53, 54};
 
 // Whether every character of name has the kind that its pattern character asks for: 'A' a capital
 // letter, '0' a digit, '*' anything, else the character itself.
@@ -105,11 +102,6 @@ std::optional<MediaName> parseMediaName(std::string_view name, bool oneBasedChap
         return photo(name);
     }
     return std::nullopt;
-}
-
-bool countsChaptersFromOne(uint32_t modelNumber) {
-    return std::ranges::find(kOneBasedModels, static_cast<uint8_t>(modelNumber)) !=
-           kOneBasedModels.end();
 }
 
 }  // namespace simulator

@@ -27,7 +27,4 @@ struct MediaName {
 //   any other .MP4, .360 or .JPG     a single video or photo
 [[nodiscard]] std::optional<MediaName> parseMediaName(std::string_view name, bool oneBasedChapters);
 
-// Whether cameras of this model count chapters from one. Model numbers are 8 bits wide.
-[[nodiscard]] bool countsChaptersFromOne(uint32_t modelNumber);
-
 }  // namespace simulator

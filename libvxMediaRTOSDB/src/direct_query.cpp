@@ -10,27 +10,28 @@
 int DirectExchange::run(const void* request, size_t requestSize) {
     if (mConnection.result() < 0)
         return mConnection.result();
-    if (exchange(request, requestSize) != 0)
-        return -1;
-    if (!hasEntry(*static_cast<const db_request_header*>(request)) || !acceptsContent())
+    if (!exchange(request, requestSize) ||
+        !hasEntry(*static_cast<const db_request_header*>(request)) || !acceptsContent())
         return -1;
     logResponse(*header());
     return 0;
 }
 
-int DirectExchange::exchange(const void* request, size_t requestSize) {
+bool DirectExchange::exchange(const void* request, size_t requestSize) {
     const auto size = static_cast<int>(requestSize);
     const int sent = vxIpcSend(&mConnection.get()->endpoint, request, size);
     if (sent < 0) {
         UTIL_LOG(UTIL_LOG_ERROR, mQuery.sendFailed, sent);
-        return -1;
+        return false;
     }
     hexDump(kSendLabel, request, size);
 
     mReceived = rtosConnectionRecv(mConnection.get(), mBuffer.data(), kResponseBufferSize);
     UTIL_LOG(UTIL_LOG_DEBUG, mQuery.received, mReceived);
     const bool complete = mReceived >= static_cast<int>(mQuery.minimumResponse);
-    return complete ? 0 : failTooShort();
+    if (!complete)
+        logTooShort();
+    return complete;
 }
 
 bool DirectExchange::hasEntry(const db_request_header& request) {
@@ -71,7 +72,11 @@ db_response_header* DirectExchange::header() {
     return reinterpret_cast<db_response_header*>(mBuffer.data());
 }
 
-int DirectExchange::succeed() {
+int DirectExchange::finish(bool copied) {
+    if (!copied) {
+        logTooShort();
+        return -1;
+    }
     mConnection.close();
     const timeval elapsed = mElapsed.get();
     UTIL_LOG(UTIL_LOG_DEBUG, "time %lu sec, %lu usec\n", static_cast<unsigned long>(elapsed.tv_sec),
@@ -79,7 +84,6 @@ int DirectExchange::succeed() {
     return 0;
 }
 
-int DirectExchange::failTooShort() const {
+void DirectExchange::logTooShort() const {
     UTIL_LOG(UTIL_LOG_ERROR, "error on IPC received %d, exiting\n", mReceived);
-    return -1;
 }

@@ -36,17 +36,16 @@ class DirectExchange {
     // Reads what follows the response header.
     [[nodiscard]] RecordReader answer() const;
 
-    // Ends a query whose outputs have been copied. Returns 0.
-    [[nodiscard]] int succeed();
-
-    // Ends a query whose response lacks bytes. Returns -1.
-    [[nodiscard]] int failTooShort() const;
+    // Ends the query. Returns 0 when its outputs have been copied, else, for a response that lacks
+    // bytes, -1.
+    [[nodiscard]] int finish(bool copied);
 
   private:
-    [[nodiscard]] int exchange(const void* request, size_t requestSize);
+    [[nodiscard]] bool exchange(const void* request, size_t requestSize);
     [[nodiscard]] bool hasEntry(const db_request_header& request);
     [[nodiscard]] bool acceptsContent() const;
     [[nodiscard]] db_response_header* header();
+    void logTooShort() const;
 
     const DirectQuery& mQuery;
     ElapsedTime mElapsed;
@@ -65,7 +64,5 @@ template <typename Request, typename Copy>
     fillHeader(&request.header, query.command, 1, &request);
     DirectExchange exchange(query);
     const int result = exchange.run(&request, sizeof request);
-    if (result != 0)
-        return result;
-    return copy(exchange.answer()) ? exchange.succeed() : exchange.failTooShort();
+    return result != 0 ? result : exchange.finish(copy(exchange.answer()));
 }

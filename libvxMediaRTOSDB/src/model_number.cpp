@@ -1,7 +1,5 @@
 #include "libvxMediaRTOSDB/src/model_number.h"
 
-#include <algorithm>
-#include <cstdint>
 #include <cstring>
 
 #include "libvxMediaRTOSDB/src/util_log.h"
@@ -10,7 +8,6 @@
 namespace {
 
 enum : int { CAMERA_ID_ORVANE = 30 };
-constexpr int kOneBasedChapterModels[] = {24, 30, 32, 33, 50, 51, 53, 54};
 constexpr uint32_t kSettingSize = 1400;
 constexpr int32_t kUnknown = -1;
 
@@ -42,5 +39,5 @@ int csiGetModelNumber() {
 }
 
 int usesOneBasedChapters() {
-    return std::ranges::count(kOneBasedChapterModels, csiGetModelNumber()) != 0;
+    return countsChaptersFromOne(static_cast<uint32_t>(csiGetModelNumber()));
 }

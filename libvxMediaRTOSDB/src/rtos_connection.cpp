@@ -1,6 +1,5 @@
 #include "libvxMediaRTOSDB/src/rtos_connection.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "libvxMediaRTOSDB/src/db_responses.h"
@@ -41,7 +40,7 @@ int rtosConnectionRecv(rtosConnection* pRtosConn, void* pDest, int szDest) {
     UTIL_ASSERT(szDest);
     std::memset(pDest, 0, static_cast<size_t>(szDest));
     const int received = vxIpcReceive(&pRtosConn->endpoint, pDest, szDest);
-    hexDump(kReceiveLabel, pDest, std::min(received, szDest));
+    hexDump(kReceiveLabel, pDest, received);
     return received;
 }
 

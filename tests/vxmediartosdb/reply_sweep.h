@@ -56,11 +56,14 @@ inline void askOnce(const Ask& ask, const Bytes& reply, bool rightToken) {
     EXPECT_LE(platform.requests.size(), 1 + 2 * size_t{kMaxGroupSpan});
 }
 
-inline void sweep(const std::string& name, const Bytes& full, const Ask& ask) {
+// Returns every line that was logged.
+inline std::set<std::string> sweep(const std::string& name, const Bytes& full, const Ask& ask) {
     SCOPED_TRACE(name);
+    std::set<std::string> lines;
     for (size_t length = 0; length <= full.size(); length++) {
         SCOPED_TRACE(length);
         askOnce(ask, cut(full, length), true);
+        lines.insert(platform.logs.begin(), platform.logs.end());
     }
     for (size_t offset = 0; offset + 4 <= full.size(); offset += 4) {
         const uint32_t right = wordAt(full, offset);
@@ -70,8 +73,10 @@ inline void sweep(const std::string& name, const Bytes& full, const Ask& ask) {
         for (uint32_t value : values) {
             SCOPED_TRACE(testing::Message() << "offset " << offset << " value " << value);
             askOnce(ask, with(full, offset, value), offset != kToken);
+            lines.insert(platform.logs.begin(), platform.logs.end());
         }
     }
+    return lines;
 }
 
 }  // namespace scripted

@@ -17,8 +17,6 @@ class CapturedSink {
         sWritten.clear();
     }
     ~CapturedSink() { log_sink_destroy(mSink); }
-    CapturedSink(const CapturedSink&) = delete;
-    CapturedSink& operator=(const CapturedSink&) = delete;
 
     operator log_sink_t*() const { return mSink; }
 

@@ -31,8 +31,6 @@ class ChildProcess {
         }
         close(mOutput);
     }
-    ChildProcess(const ChildProcess&) = delete;
-    ChildProcess& operator=(const ChildProcess&) = delete;
 
     bool running() {
         if (!mEnded && waitpid(mPid, &mStatus, WNOHANG) != 0) {

@@ -227,8 +227,9 @@ const std::map<std::string, Query> kQueries = {
 
 TEST_F(FileQueries, FindAndLogWhatCame) {
     std::set<std::string> lines;
-    for (const auto& [name, query] : kQueries)
-        lines.merge(sweep(name, query.reply, [&](const Bytes& reply) { query.judge(reply); }));
+    for (const auto& query : kQueries)
+        lines.merge(sweep(query.first, query.second.reply,
+                          [&](const Bytes& reply) { query.second.judge(reply); }));
     platform.logs.assign(lines.begin(), lines.end());
     for (const char* line :
          {"ERROR:error on IPC received 19, exiting\n", "ERROR:error on IPC received 135, exiting\n",

@@ -25,7 +25,7 @@ class FileGroups {
 
     // Makes the directory the current one: unless it is that already, closes the open group and
     // starts the next one.
-    // directory: at most 8 characters; kept.
+    // directory: at most 8 characters; copied.
     void enter(std::string_view directory);
 
     // Closes the open group, if there is one.

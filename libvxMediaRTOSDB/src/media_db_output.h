@@ -23,6 +23,7 @@ extern "C" {
 #pragma GCC visibility push(default)
 
 // Zeroes the output and allocates its three buffers, which vxMediaDBOutputDtor frees.
+// pOutput: not null: the process ends. outputHandle: may be null.
 // Returns 0, or -1, logged and with nothing allocated, when there is no memory.
 [[nodiscard]] int vxMediaDBOutputCtor(vxMediaDBOutput* pOutput, void* outputHandle);
 

@@ -7,7 +7,7 @@
 
 struct MediaDocument {
     const CardIdentity& identity;
-    std::string_view unsupportedFields;  // left out when empty; at most 100 characters
+    std::string_view unsupportedFields;  // left out when empty
     std::string_view groups;             // printed with HTTP_OK only
     std::string_view groupsEnd;          // closes the last group
 };

@@ -11,8 +11,10 @@ extern "C" {
 // data set "gumi" lists the files that it names instead.
 // outputHandle: may be null. query: zero-terminated, not null: the process ends.
 // The status is 200; the parser's; 404 when the card has no identity; 500 when memory, the database
-// or the space for the list fail. A response that the parser does not reject has a document,
-// without files unless the status is 200, except that a failure of memory has none.
+// or the space for the list fail; for the data set "gumi" also 400 when folder or files are missing
+// or misplaced or the folder has more than 8 characters, and 503 when the database is not ready.
+// A response that the parser does not reject has a document, without files unless the status is
+// 200; except for the data set "gumi", a failure of memory has none.
 // Returns 0 for status 200, else -1; also -1, with nothing printed, for a gumi query that does not
 // begin with "f=gumi".
 [[nodiscard]] int generateMediaList(void* outputHandle, const char* query);
@@ -22,8 +24,9 @@ extern "C" {
 // itemsPerRequest: items of a page. startingIndex: index of the first item, from 0.
 // listOptions: DbListOption bits. queryOptions: DbQueryOption bits, which select the kinds listed.
 // parameterCount: 0 to 2; with parameters the database is asked with the command that takes them.
-// parameters: may be null without parameters.
-// Returns 0 for status 200, else -1 (status 500).
+// A negative count acts as 0, one above 2 as 2.
+// parameters: that many; null with a count above 0: the process ends.
+// Returns 0 for status 200, else -1 (status 500). A card without identity has the identity "0".
 [[nodiscard]] int dbGetPagedList(void* handle, int maxRequests, uint32_t itemsPerRequest,
                                  uint32_t startingIndex, uint32_t listOptions,
                                  uint32_t queryOptions, int parameterCount,

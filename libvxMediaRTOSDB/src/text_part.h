@@ -31,21 +31,12 @@ constexpr size_t maxSize(const char (&)[Size]) {
 }
 
 template <size_t Size>
-constexpr size_t exactSize(const char (&)[Size]) {
-    return Size - 1;
-}
-
-template <size_t Size>
 char* write(char* place, const char (&text)[Size]) {
     std::memcpy(place, text, Size - 1);
     return place + Size - 1;
 }
 
 inline size_t maxSize(std::string_view text) {
-    return text.size();
-}
-
-inline size_t exactSize(std::string_view text) {
     return text.size();
 }
 
@@ -56,10 +47,6 @@ inline char* write(char* place, std::string_view text) {
 }
 
 constexpr size_t maxSize(char) {
-    return 1;
-}
-
-constexpr size_t exactSize(char) {
     return 1;
 }
 
@@ -80,18 +67,8 @@ char* write(char* place, Number number) {
     return std::to_chars(place, place + maxSize(number), number).ptr;
 }
 
-template <std::integral Number>
-size_t exactSize(Number number) {
-    char digits[maxSize(Number{})];
-    return static_cast<size_t>(write(digits, number) - digits);
-}
-
 constexpr size_t maxSize(HexText hex) {
     return 2 * hex.bytes.size();
-}
-
-constexpr size_t exactSize(HexText hex) {
-    return maxSize(hex);
 }
 
 char* write(char* place, HexText hex);
@@ -101,5 +78,18 @@ constexpr size_t maxSize(JsonText json) {
     return kLongestEscape * json.text.size();
 }
 
-size_t exactSize(JsonText json);
 char* write(char* place, JsonText json);
+
+// The bound is the size of every part but numbers and JSON text.
+template <typename Part>
+constexpr size_t exactSize(const Part& part) {
+    return maxSize(part);
+}
+
+template <std::integral Number>
+size_t exactSize(const Number& number) {
+    char digits[maxSize(Number{})];
+    return static_cast<size_t>(write(digits, number) - digits);
+}
+
+size_t exactSize(JsonText json);

@@ -23,7 +23,6 @@ ListPlan planOf(const QuerySettings& settings) {
     plan.firstRequest.list.query_options = settings.rtosDBQueryOptions;
     plan.requestSize = sizeof plan.firstRequest.list;
     plan.maxRequests = UINT32_MAX;
-    plan.countRecovers = false;
     plan.fieldMask = settings.whitelistMask;
     plan.style = ListStyle::kMediaList;
     return plan;

@@ -19,10 +19,8 @@ GroupMembers::GroupMembers(rtosConnection* connection, const ListItem& group)
 
 bool GroupMembers::next(MemberRecord* member) {
     do {
-        if (readMember(member)) {
-            mFoundAny = true;
+        if (readMember(member))
             return true;
-        }
     } while (ask());
     return false;
 }
@@ -79,13 +77,14 @@ bool GroupMembers::ask() {
     logResponse(*header);
     checkToken(header->token, mRequest.header);
     correctCount(mRequest.header, header, UTIL_LOG_WARN);
-    if (header->status != 0) {
+    const bool notFound = saysNotFound(header->status);
+    if (header->status != 0 && !notFound) {
         UTIL_LOG(UTIL_LOG_ERROR, "error on IPC received, exiting, status %d\n",
                  uint32_t{header->status});
-        return mFoundAny ? false : fail();
+        return fail();
     }
     mReader = RecordReader({mResponse, static_cast<size_t>(received)}, sizeof *header);
-    mRecordsLeft = header->count_returned;
+    mRecordsLeft = notFound ? 0 : uint32_t{header->count_returned};
     mSettled = mRecordsLeft > 0 ? 0 : mAsked;
     return true;
 }

@@ -13,7 +13,8 @@
 #include "libvxMediaRTOSDB/src/record_reader.h"
 #include "libvxMediaRTOSDB/src/rtos_connection.h"
 
-// Asks for many members at once; a response holds as many as fit, and the rest is asked for again.
+// Asks for many members at once: a request names up to 74. The response settles those that come
+// first, as many as fit; the next request starts behind them.
 class GroupMembers {
   public:
     // group: an item with group information; must outlive the object, its response included.
@@ -23,7 +24,8 @@ class GroupMembers {
     // member: valid until the next call. Returns false when there are no more.
     [[nodiscard]] bool next(MemberRecord* member);
 
-    // HTTP_OK, or HTTP_INTERNAL_ERROR when next ended because the members could not be fetched.
+    // HTTP_OK, or HTTP_INTERNAL_ERROR when next ended because members could not be fetched: the
+    // exchange failed, or its response tells nothing of what was asked for.
     [[nodiscard]] int status() const { return mStatus; }
 
   private:
@@ -41,9 +43,7 @@ class GroupMembers {
     const ListItem& mGroup;
     MemberNames mNames;
     int mStatus = HTTP_OK;
-    bool mFoundAny = false;
-    uint32_t mNextIndex =
-        0;  // of the first member, from first_number, that is still to be asked for
+    uint32_t mNextIndex = 0;  // where the next request starts, counted from first_number
 
     db_files_request mRequest = {};
     uint32_t mIndices[kMaxFilesInRequest] = {};  // of the members that the request names

@@ -3,6 +3,7 @@
 #include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/member_mask.h"
 #include "libvxMediaRTOSDB/src/record_reader.h"
+#include "libvxMediaRTOSDB/src/util_log.h"
 
 namespace {
 
@@ -15,6 +16,12 @@ ItemStatus readMask(RecordReader& reader, const db_group_info& group,
         return ItemStatus::kTooSmall;
     *mask = *bytes;
     return ItemStatus::kOk;
+}
+
+void logDamage(const ListItem& item) {
+    UTIL_LOG(UTIL_LOG_ERROR, "damaged group %.8s/%.12s: first_number %d, last_number %d\n",
+             item.record->dir_name, item.record->file_name, uint32_t{item.group->first_number},
+             uint32_t{item.group->last_number});
 }
 
 ItemStatus readGroup(RecordReader& reader, ListItem* item) {
@@ -84,7 +91,10 @@ ItemStatus readListItem(std::span<const uint8_t> response, size_t offset, const 
     ItemStatus status = readOptionalRecords(reader, layout, item);
     if (status == ItemStatus::kOk)
         status = readExtension(reader, layout, item);
-    if (status == ItemStatus::kOk)
-        item->nextOffset = reader.offset();
-    return status;
+    if (status != ItemStatus::kOk)
+        return status;
+    item->nextOffset = reader.offset();
+    if (item->group && isDamaged(*item->group))
+        logDamage(*item);
+    return ItemStatus::kOk;
 }

@@ -36,7 +36,7 @@ struct ListItem {
     size_t nextOffset;                       // where the next item starts
 };
 
-// Reads the item that starts at offset.
+// Reads the item that starts at offset. A damaged group (member_mask.h) is logged.
 // response: the bytes received, from the start of the response.
 // item: cleared first; on kTooSmall, kMaskTooLarge and kInvalidContentType it holds the parts that
 // were read before the fault (with kMaskTooLarge the group, with kInvalidContentType the record)

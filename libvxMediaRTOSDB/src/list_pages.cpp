@@ -139,11 +139,11 @@ std::optional<Failure> ListPages::exchange(int* received) {
     if (sent < 0)
         return sendFailed(sent);
     *received = rtosConnectionRecv(mConnection, mResponse, sizeof mResponse);
+    const auto& header = *reinterpret_cast<const db_response_header*>(mResponse);
+    if (holdsResponseHeader(*received) && header.status != 0)
+        return databaseFailed(header.status);
     if (*received < static_cast<int>(sizeof(db_list_response_header)))
         return pageUnusable(*received);
-    const auto& header = *reinterpret_cast<const db_response_header*>(mResponse);
-    if (header.status != 0)
-        return databaseFailed(header.status);
     return std::nullopt;
 }
 
@@ -168,7 +168,8 @@ std::optional<Failure> ListPages::listPage() {
     return std::nullopt;
 }
 
-// An item that does not lie wholly inside a page is the first one of the next page.
+// An item that does not lie wholly inside a page is the first one of the next page. Members that
+// could not be fetched end the page: each further group would wait for the database as long.
 std::optional<Failure> ListPages::listItems(std::span<const uint8_t> page, uint32_t count,
                                             uint32_t listOptions) {
     const ItemLayout layout = {
@@ -177,7 +178,7 @@ std::optional<Failure> ListPages::listItems(std::span<const uint8_t> page, uint3
         .groupedVideos = (listOptions & LIST_OPTION_VIDEO_GROUPING) != 0,
     };
     size_t offset = sizeof(db_list_response_header);
-    for (uint32_t i = 0; i < count; i++) {
+    for (uint32_t i = 0; i < count && mStatus == HTTP_OK; i++) {
         ListItem item;
         const ItemStatus itemStatus = readListItem(page, offset, layout, &item);
         if (itemStatus == ItemStatus::kInvalidContentType ||
@@ -196,8 +197,10 @@ void ListPages::planNextRequest(uint32_t totalEntries) {
     if (mComplete)
         return;
     db_list_request& next = mRequest.list;
-    const uint32_t most = mPlan.countRecovers ? mPlan.firstRequest.list.header.request_count
-                                              : next.header.request_count;
+    // After a smaller request the paged list asks for as many as at first again.
+    const db_list_request& measure =
+        mPlan.style == ListStyle::kPagedList ? mPlan.firstRequest.list : next;
+    const uint32_t most = measure.header.request_count;
     const uint64_t left = uint64_t{totalEntries} + 1 - mNextIndex;
     next.header.request_count = static_cast<uint32_t>(std::min<uint64_t>(most, left));
     next.starting_index = static_cast<uint32_t>(mNextIndex);

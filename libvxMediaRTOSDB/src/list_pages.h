@@ -13,7 +13,6 @@ struct ListPlan {
     db_list_with_parameters_request firstRequest;  // its token is filled in when it is sent
     int requestSize;                               // bytes of the request that are sent
     uint32_t maxRequests;
-    bool countRecovers;  // after a smaller request the next one may be as large as the first again
     uint32_t fieldMask;  // MediaField bits
     ListStyle style;
 };

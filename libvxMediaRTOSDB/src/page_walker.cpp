@@ -101,10 +101,6 @@ void describeGroup(const ListItem& item, zep_item_s* zepItem) {
     zepItem->last_number = group.last_number;
     zepItem->member_mask = item.memberMask.data();
     zepItem->size_bytes = group.group_size;
-    if (isDamaged(group))
-        UTIL_LOG(UTIL_LOG_ERROR, "damaged group %s/%s: first_number %d, last_number %d\n",
-                 zepItem->dir_name, zepItem->file_name, zepItem->first_number,
-                 zepItem->last_number);
 }
 
 zep_item_s describe(const ListItem& item, ItemTexts* texts) {

@@ -51,7 +51,6 @@ int dbGetPagedList(void*, int maxRequests, uint32_t itemsPerRequest, uint32_t st
             plan.requestSize = sizeof plan.firstRequest;
         }
         plan.maxRequests = static_cast<uint32_t>(maxRequests);
-        plan.countRecovers = true;
         plan.fieldMask = kAllFields & ~FIELD_CLIP;
         plan.style = ListStyle::kPagedList;
         status = listPages(connection.get(), plan, &groups);

@@ -23,7 +23,7 @@ int httpStatus(uint32_t status) {
             return HTTP_NOT_FOUND;
         default:
             UTIL_LOG(UTIL_LOG_ERROR, "error on IPC received, exiting, status %d\n", status);
-            return status == 3 ? HTTP_NOT_FOUND : HTTP_INTERNAL_ERROR;
+            return saysNotFound(status) ? HTTP_NOT_FOUND : HTTP_INTERNAL_ERROR;
     }
 }
 

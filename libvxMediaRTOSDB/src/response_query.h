@@ -16,6 +16,11 @@ struct Response {
     std::span<const uint8_t> bytes;
 };
 
+// Tells whether the status of a response means that the database has none of the files asked for.
+constexpr bool saysNotFound(uint32_t status) {
+    return status == 3 || status == 4;
+}
+
 // Asks about one file by a command whose request names the file and nothing else.
 [[nodiscard]] Response askAboutFile(rtosConnection* pRtosConn, DbCommand command,
                                     const char* pDirName, const char* pFileName, void* pRespBuf);

@@ -3,8 +3,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <filesystem>
+
 #include "libvxMediaRTOSDB/src/media_list.h"
-#include "libvxMediaRTOSDB/src/text_buffer.h"
 #include "libvxMediaRTOSDB/src/util_log.h"
 #include "tests/responses/produced_response.h"
 
@@ -26,176 +27,113 @@ ListDatabase photos(size_t count) {
     return {std::vector<Bytes>(count, itemRecord(DB_CONTENT_TYPE_SINGLE_PHOTO, "V0010001.JPG"))};
 }
 
-Bytes invalidContentType() {
-    return join({responseHeader(0, 2), words({0, 0, 0, 30, 1}), itemRecord(4, "V0010001.JPG"),
-                 itemRecord(13, "V0010002.JPG")});
+Produced run(int (*producer)(), const std::function<Exchange(const Bytes& request)>& answer) {
+    resetWithCard();
+    platform.answer = answer;
+    return produce(producer);
 }
 
-Bytes itemCutShort() {
-    Bytes page = join({responseHeader(0, 1), words({0, 0, 0, 30, 1}), itemRecord(4, "V001.JPG")});
-    page.pop_back();
-    return page;
+Produced run(int (*producer)(), const ListDatabase& database) {
+    return run(producer, [&](const Bytes& request) { return database.answer(request); });
 }
 
 TEST(ListFaults, RestartTheListUpToTenTimes) {
+    const Bytes page =
+        join({listHeader(2), itemRecord(4, "V0010001.JPG"), itemRecord(13, "V0010002.JPG")});
     const struct {
         Exchange fault;
         std::string reported;
     } faults[] = {
         {sendFails(-3), "ret -3\n"},
         {receiveFails(-4), "bytesRead -4\n"},
-        {reply(responseHeader(0, 0, 9)), "bytesRead 20\n"},
-        {reply(join({responseHeader(0, 0, 9), words({0, 0, 0, 30, 1})})), "status 9\n"},
-        {reply({}), "bytesRead 0\n"},
-        {reply(invalidContentType()), "bytesRead 192\n"},
-        {reply(itemCutShort()), "bytesRead 111\n"},
+        {reply(responseHeader(0, 0)), "bytesRead 20\n"},
+        {reply(responseHeader(0, 0, 9)), "status 9\n"},
+        {reply(page), "bytesRead 192\n"},                                // a kind that is none
+        {reply({page.begin(), page.begin() + 115}), "bytesRead 115\n"},  // an item cut short
     };
     const ListDatabase database = photos(30);
-    resetWithCard();
-    platform.answer = [&](const Bytes& request) { return database.answer(request); };
-    const std::string whole[] = {produce(list).body, produce(pagedList).body};
     g_logLevel = UTIL_LOG_WARN;
-    for (const auto& c : faults) {
-        for (size_t producer = 0; producer < 2; producer++) {
-            const auto run = producer == 0 ? list : pagedList;
-            for (int failing = 1; failing <= 3; failing++) {  // the one exchange that fails
+    for (const auto& producer : {list, pagedList}) {
+        const std::string whole = run(producer, database).body;
+        for (const auto& c : faults) {
+            for (int i = 0; i < 6; i++) {
+                const int failing = 1 + i / 2;    // the exchange that fails
+                const bool lasting = i % 2 != 0;  // so do all that follow it
                 SCOPED_TRACE(c.reported + " at exchange " + std::to_string(failing));
-                resetWithCard();
                 int exchange = 0;
-                platform.answer = [&](const Bytes& request) {
-                    return ++exchange == failing ? c.fault : database.answer(request);
-                };
-                EXPECT_EQ(produce(run).body, whole[producer]);
-                EXPECT_EQ(platform.pauses, std::vector<unsigned>{100000});
+                const Produced produced = run(producer, [&](const Bytes& request) {
+                    const bool fails = ++exchange == failing || (lasting && exchange > failing);
+                    return fails ? c.fault : database.answer(request);
+                });
+                EXPECT_EQ(produced.status, lasting ? 500 : 200);
+                EXPECT_EQ(produced.body, lasting ? kFailedDocument : whole);
+                EXPECT_EQ(platform.pauses, std::vector<unsigned>(lasting ? 10 : 1, 100000));
                 EXPECT_TRUE(platform.logged("error on IPC received, retrying, " + c.reported));
-                EXPECT_EQ(exchange, failing + 3);
-
-                resetWithCard();  // and the first one from which all fail
-                exchange = 0;
-                platform.answer = [&](const Bytes& request) {
-                    return ++exchange >= failing ? c.fault : database.answer(request);
-                };
-                const Produced failed = produce(run);
-                EXPECT_EQ(failed.status, 500);
-                EXPECT_EQ(failed.body, kFailedDocument);
-                EXPECT_EQ(platform.pauses.size(), 10u);
-                EXPECT_TRUE(platform.logged("error on IPC received, exiting, " + c.reported));
-                EXPECT_EQ(exchange, failing + 10);
+                EXPECT_EQ(platform.logged("exiting, " + c.reported), lasting);
+                EXPECT_EQ(exchange, failing + (lasting ? 10 : 3));
             }
         }
     }
     g_logLevel = UTIL_LOG_ERROR;
-}
 
-TEST(ListFaults, RetriesCountForTheWholeList) {
-    resetWithCard();
-    int exchange = 0;
-    platform.answer = [&](const Bytes& request) {
-        return ++exchange % 2 == 0 ? sendFails() : photos(30).answer(request);
-    };
-    EXPECT_EQ(produce(list).status, 500);
+    int exchange = 0;  // A list that goes on in between has no more retries than another.
+    const Produced halting = run(list, [&](const Bytes& request) {
+        return ++exchange % 2 == 0 ? sendFails() : database.answer(request);
+    });
+    EXPECT_EQ(halting.status, 500);
     EXPECT_EQ(exchange, 22);
 }
 
 TEST(ListFaults, AnItemCutShortStartsTheNextPage) {
     ListDatabase database = photos(7);
+    const std::string whole = run(list, database).body;
     database.messageSize = 40 + 3 * 76 - 1;  // two items and a part
-    resetWithCard();
-    platform.answer = [&](const Bytes& request) { return database.answer(request); };
-    const std::string body = produce(list).body;
-    database.messageSize = kResponseBufferSize;
+    EXPECT_EQ(run(list, database).body, whole);
     EXPECT_EQ(platform.requests.size(), 4u);
-    EXPECT_EQ(body, produce(list).body);
 }
 
 TEST(ListFaults, HeadersThatContradictThePage) {
-    const auto page = [](uint32_t count, uint32_t total, uint32_t items, uint32_t token = 0) {
-        Bytes message = join({words({0, 0, count, 1, token}), words({0, 0, 0, total, 1})});
-        for (uint32_t i = 0; i < items; i++)
-            append(message, itemRecord(4, "V0010001.JPG"));
-        return reply(message);
-    };
-    const struct {
-        Exchange exchange;
-        size_t files;
-        std::string message;
-    } cases[] = {
-        {page(12, 10, 12), 10, "command 0 requested 10, response returned 12, setting"},
-        {page(5, 3, 5), 3, "truncating to 3 items in this page\n"},
-        {page(1, 1, 1, 77), 1, "Tokens don't match 77 "},
-        {page(0, 9, 0), 0, ""},  // a page without items ends the list
-    };
+    Bytes page = join({words({0, 0, 12, 1, 77}), words({0, 0, 0, 8, 1})});
+    for (int i = 0; i < 12; i++)
+        append(page, itemRecord(4, "V0010001.JPG"));
     g_logLevel = UTIL_LOG_WARN;
-    for (const auto& c : cases) {
-        resetWithCard();
-        platform.then(c.exchange);
-        const Produced produced = produce(list);
-        EXPECT_EQ(produced.status, 200);
-        size_t files = 0;
-        for (size_t at = 0; (at = produced.body.find("{\"n\"", at)) != std::string::npos; at++)
-            files++;
-        EXPECT_EQ(files, c.files);
-        EXPECT_TRUE(c.message.empty() || platform.logged(c.message)) << c.message;
-    }
+    const std::string body = run(list, [&](const Bytes&) { return reply(page); }).body;
     g_logLevel = UTIL_LOG_ERROR;
+    EXPECT_TRUE(platform.logged("command 0 requested 10, response returned 12, setting"));
+    EXPECT_TRUE(platform.logged("Tokens don't match 77 "));
+    EXPECT_TRUE(platform.logged("truncating to 8 items in this page\n"));
+    EXPECT_EQ(body, run(list, photos(8)).body);
+
+    page = join({responseHeader(0, 0), words({0, 0, 0, 9, 1})});
+    EXPECT_EQ(run(list, [&](const Bytes&) { return reply(page); }).status, 200);
+    EXPECT_EQ(platform.requests.size(), 1u);
 }
 
-// Photos of one directory whose group, as "fields=n" writes it, is exactly size characters long.
-std::vector<Bytes> groupOfSize(size_t size, const std::string& directory) {
-    const size_t object = std::string(R"({"n":"V0010001.JPG"},)").size();
-    size -= std::string(R"({"d":"100VMEDI","fs":[]})").size() - 1;
-    std::vector<Bytes> items(size / object, itemRecord(4, "V0010001.JPG"));
-    // Escaped quotes make up for what is left over, a character each.
-    for (size_t left = size % object, i = 0; left > 0; left--, i++)
-        items[i][12] = '"';
-    for (Bytes& item : items)
-        std::copy(directory.begin(), directory.end(), item.begin() + 4);
-    return items;
-}
-
-TEST(ListLimits, HoldExactlyWhatTheyMay) {
-    const auto run = [](const std::vector<size_t>& groups) {
-        ListDatabase database;
-        char directory[] = "100VMEDI";
-        for (const size_t size : groups) {
-            for (const Bytes& item : groupOfSize(size, directory))
-                database.items.push_back(item);
-            directory[2]++;
-        }
-        resetWithCard();
-        platform.answer = [=](const Bytes& request) { return database.answer(request); };
-        return produce(list);
-    };
-    const size_t document = std::string(kFailedDocument).size();
-    for (const size_t size : {kDirectoryLimit - 1, kDirectoryLimit}) {
-        const Produced produced = run({size});
-        EXPECT_EQ(produced.status, 200);
-        EXPECT_EQ(produced.body.size(), document + size);
-    }
-    Produced produced = run({kDirectoryLimit + 1});
-    EXPECT_EQ(produced.status, 500);
-    EXPECT_EQ(produced.body, kFailedDocument);
-    EXPECT_TRUE(platform.logged("65537 > 65536, dir buff exceeded, "));
-
-    const size_t third = kPageLimit - 2 - 2 * 60000;
-    EXPECT_EQ(run({60000, 60000, third}).body.size(), document + kPageLimit);
-    EXPECT_EQ(run({60000, 60000, third + 1}).body, kFailedDocument);
-    EXPECT_TRUE(platform.logged("exceeded buffer length for vxoutput 131073, "));
-}
-
-TEST(ListLimits, AnEntryThatIsTooLongFailsTheList) {
-    ListDatabase database;
-    Bytes item = join({itemRecord(0, "V0010001.MP4", 0), videoInfo(0, 150)});
+TEST(ListFaults, ATextThatIsTooLongFailsTheList) {
+    Bytes video = join({itemRecord(0, "V0010001.MP4", 0), videoInfo(0, 150)});
     for (int i = 0; i < 150; i++)
-        append(item, words({0x80000000}));  // 12 characters each
-    database.items.assign(3, item);
-    resetWithCard();
-    platform.answer = [&](const Bytes& request) { return database.answer(request); };
-    const Produced produced = produce([] { return generateMediaList(nullptr, "x=1"); });
+        append(video, words({0x80000000}));  // 12 characters each
+    const ListDatabase videos = {{video, video, video}};
+    const Produced produced = run([] { return generateMediaList(nullptr, "x=1"); }, videos);
     EXPECT_EQ(produced.status, 500);
     EXPECT_EQ(produced.body, kFailedDocument);
     EXPECT_TRUE(platform.logged(" > 1536, entry buff exceeded, "));
-    EXPECT_EQ(produce(pagedList).status, 200);
+    EXPECT_EQ(run(pagedList, videos).status, 200);
+
+    ListDatabase database = photos(9000);  // the last of three groups does not fit into the page
+    for (size_t i = 0; i < 9000; i++)
+        database.items[i][4] = static_cast<uint8_t>('1' + i / 3000);
+    EXPECT_EQ(run(list, database).body, kFailedDocument);
+    EXPECT_TRUE(platform.logged("exceeded buffer length for vxoutput 189"));
+}
+
+TEST(ListFaults, ThePagedListNeedsNoCard) {
+    resetWithCard();
+    std::filesystem::remove_all(kCardFolder);
+    platform.then(photos(0).answer(words({0, 10, 0, 0, 0, 0})));
+    const Produced produced = produce(pagedList);
+    EXPECT_EQ(produced.status, 200);
+    EXPECT_EQ(produced.body, R"({"id":"0","media":[]})");
 }
 
 // Whatever stands in a page, there is one response and it is JSON: produce checks that.
@@ -213,11 +151,10 @@ TEST(ListFaults, AnyWordOfAPageMayBeWrong) {
                 Bytes wrong = page;
                 putWord(wrong, offset, value);
                 wrong.resize(size);
-                resetWithCard();
-                platform.answer = [&](const Bytes& request) {
-                    return wordAt(request, 0) == 4 ? reply(responseHeader(4, 0)) : reply(wrong);
+                const auto answer = [&](const Bytes& request) {
+                    return reply(wordAt(request, 0) == 4 ? responseHeader(4, 0) : wrong);
                 };
-                const int status = produce(offset % 8 ? list : pagedList).status;
+                const int status = run(offset % 8 ? list : pagedList, answer).status;
                 ASSERT_TRUE(status == 200 || status == 500);
                 ASSERT_LE(platform.requests.size(), 1000u);
             }

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "tests/responses/produced_response.h"
 
 namespace {
@@ -28,7 +30,18 @@ Produced pagedList(const ListDatabase& database, int maxRequests = 100, uint32_t
     });
 }
 
-std::string document(const std::string& groups) {
+using Marks = std::vector<std::pair<const char*, const char*>>;
+
+// The document of groups that are written in lines, with marks for what files share.
+std::string document(std::string groups, Marks marks = {}) {
+    marks.insert(marks.end(), {{"\n", ""},
+                               {"<dates>", R"(,"mod":"2000","cre":"1000","us":"4")"},
+                               {"<size>", R"(,"s":"4294967298")"},
+                               {"<group size>", R"(,"s":"8589934595")"}});
+    for (const auto& [mark, text] : marks) {
+        for (size_t at = 0; (at = groups.find(mark, at)) != std::string::npos;)
+            groups.replace(at, std::strlen(mark), text);
+    }
     return R"({"id":"12345","media":[)" + groups + "]}";
 }
 
@@ -60,42 +73,37 @@ TEST(MediaLists, WriteTheKeysOfEachKind) {
         itemRecord(7, "SESSION1.DAT", 3),
         itemRecord(11, "UNLISTED.DAT"),
         join({itemRecord(12, "UNLISTED.MP4"), videoInfo(1000, 1), words({5})}),
-        inDirectory(itemRecord(9, "A\"\\\x01" + std::string("\0CDEF.JP", 8)),
+        inDirectory(itemRecord(9, "A\"\\\x01\x1F\xE9" + std::string("\0DEF.J", 6)),
                     std::string("90VMEDI\0", 8)),
     }};
-    const auto expected = [](bool paged) {
-        const std::string start = R"(,"mod":"2000","cre":"1000","us":"4","tr":")";
-        const std::string size = R"(,"s":"4294967298"})";
-        const std::string groupSize = R"(,"s":"8589934595"})";
-        const std::string clip = paged ? "" : R"("cl":"1",)";
-        const std::string noClip = paged ? "" : R"("cl":"0",)";
-        const auto highlighted = [&](const std::string& counted, const std::string& listed) {
-            return paged ? counted : listed;
-        };
-        return R"({"d":"100VMEDI","fs":[)"
-               R"({"n":"V0010001.MP4")" +
-               start + R"(1","ls":"7",)" + clip +
-               R"("pta":"1","ao":"stereo","mp":"0","dur":"2","mahs":"100","hc":"2","hi":[10,-1])" +
-               size + R"(,{"n":"V0010002.MP4")" + start + R"(0","ls":"-1",)" + noClip +
-               R"("pta":"0","ao":"off","mp":"0","dur":"0","mahs":"100","hc":"0","hi":[])" + size +
-               R"(,{"n":"VHAA0001.MP4")" + start + R"(0","ls":"7",)" + noClip +
-               R"("pta":"0","ao":"off","mp":"0","dur":"0","mahs":"100","hc":"0","hi":[])" + size +
-               R"(,{"n":"V0010003.JPG")" + start + R"(1","hc":"1","hdr":"1","wdr":"0","raw":"1")" +
-               size + R"(,{"n":"VPAB0004.JPG")" + start +
-               R"(0","g":"1002","b":"4","l":"9","t":"b","m":["5","8"],)" +
-               highlighted(R"("ghc":"2","ghi":["4","6"])", R"("ghc":{"4":"1","6":"1"})") +
-               groupSize + R"(,{"n":"V0120010.JPG")" + start +
-               R"(0","g":"12","b":"10","l":"12","t":"t","m":[])" +
-               highlighted(R"(,"ghc":"0","ghi":[])", "") + groupSize + R"(,{"n":"VX340010.JPG")" +
-               start + R"(0","g":"34","b":"10","l":"9","t":"n","m":[])" +
-               highlighted(R"(,"ghc":"0","ghi":[])", "") + groupSize + R"(,{"n":"V0340010.JPG")" +
-               start + R"(0","g":"77","b":"10","l":"12","t":"c","m":["10","12"])" +
-               highlighted(R"(,"ghc":"0","ghi":[])", "") + groupSize + R"(,{"n":"SESSION1.DAT")" +
-               start + R"(0","hc":"3")" + size + R"(]},{"d":"90VMEDI","fs":[{"n":"A\"\\\u0001")" +
-               start + R"(0","hc":"0","hdr":"0","wdr":"0","raw":"0")" + size + "]}";
-    };
-    EXPECT_EQ(mediaList(database, "x=1").body, document(expected(false)));
-    EXPECT_EQ(pagedList(database).body, document(expected(true)));
+    const std::string groups = R"({"d":"100VMEDI","fs":[
+{"n":"V0010001.MP4"<dates>,"tr":"1","ls":"7"<cl1>,"pta":"1","ao":"stereo","mp":"0","dur":"2",
+"mahs":"100","hc":"2","hi":[10,-1]<size>},
+{"n":"V0010002.MP4"<dates>,"tr":"0","ls":"-1"<cl0>,"pta":"0","ao":"off","mp":"0","dur":"0",
+"mahs":"100","hc":"0","hi":[]<size>},
+{"n":"VHAA0001.MP4"<dates>,"tr":"0","ls":"7"<cl0>,"pta":"0","ao":"off","mp":"0","dur":"0",
+"mahs":"100","hc":"0","hi":[]<size>},
+{"n":"V0010003.JPG"<dates>,"tr":"1","hc":"1","hdr":"1","wdr":"0","raw":"1"<size>},
+{"n":"VPAB0004.JPG"<dates>,"tr":"0","g":"1002","b":"4","l":"9","t":"b","m":["5","8"]<4,6>},
+{"n":"V0120010.JPG"<dates>,"tr":"0","g":"12","b":"10","l":"12","t":"t","m":[]<no>},
+{"n":"VX340010.JPG"<dates>,"tr":"0","g":"34","b":"10","l":"9","t":"n","m":[]<no>},
+{"n":"V0340010.JPG"<dates>,"tr":"0","g":"77","b":"10","l":"12","t":"c","m":["10","12"]<no>},
+{"n":"SESSION1.DAT"<dates>,"tr":"0","hc":"3"<size>}]},
+{"d":"90VMEDI","fs":[{"n":"A\"\\\u0001\u001f<E9>"<dates>,"tr":"0",
+"hc":"0","hdr":"0","wdr":"0","raw":"0"<size>}]})";
+    EXPECT_EQ(mediaList(database, "x=1").body,
+              document(groups, {{"<cl0>", R"(,"cl":"0")"},
+                                {"<cl1>", R"(,"cl":"1")"},
+                                {"<4,6>", R"(,"ghc":{"4":"1","6":"1"}<group size>)"},
+                                {"<no>", "<group size>"},
+                                {"<E9>", "\xE9"}}));
+    EXPECT_TRUE(platform.logged("damaged group 100VMEDI/VX340010.JPG: first_number 10, last"));
+    EXPECT_EQ(pagedList(database).body,
+              document(groups, {{"<cl0>", ""},
+                                {"<cl1>", ""},
+                                {"<4,6>", R"(,"ghc":"2","ghi":["4","6"]<group size>)"},
+                                {"<no>", R"(,"ghc":"0","ghi":[]<group size>)"},
+                                {"<E9>", "\xE9"}}));
 }
 
 TEST(MediaLists, WriteTheGumisThatThePageCarries) {
@@ -106,19 +114,19 @@ TEST(MediaLists, WriteTheGumisThatThePageCarries) {
                moreInfo}),
          join({itemRecord(4, "V0010002.JPG", 0, ITEM_ATTRIBUTE_TR), Bytes(16, 0xFF), moreInfo})},
         kAllOptions};
-    const std::string hex = "0a0a0a0a0a0a0a0a0a0a0a0a0a0a0a0a";
-    const std::string none(32, '0');
+    const Marks marks = {{"<gumi>", R"("gumi":"0a0a0a0a0a0a0a0a0a0a0a0a0a0a0a0a")"},
+                         {"<pgumi>", R"("pgumi":"00000000000000000000000000000000")"},
+                         {"<photo>", R"(,"hc":"0","hdr":"0","wdr":"0","raw":"0"<size>)"}};
     EXPECT_EQ(mediaList(database, "fields=n,gumi,pgumi,DNE").body,
-              document(R"({"d":"100VMEDI","fs":[{"n":"V0010001.JPG","gumi":")" + hex +
-                       R"(","pgumi":")" + none + R"("},{"n":"V0010002.JPG","DNE":"1"}]})"));
+              document(R"({"d":"100VMEDI","fs":[{"n":"V0010001.JPG",<gumi>,<pgumi>},
+{"n":"V0010002.JPG","DNE":"1"}]})",
+                       marks));
     EXPECT_EQ(mediaList(database, "fields=gumi").body,
-              document(R"({"d":"100VMEDI","fs":[{"gumi":")" + hex + R"("},{}]})"));
-    const std::string keys = R"(,"mod":"2000","cre":"1000","us":"4","tr":")";
-    const std::string rest = R"(,"hc":"0","hdr":"0","wdr":"0","raw":"0","s":"4294967298"})";
-    EXPECT_EQ(pagedList(database).body,
-              document(R"({"d":"100VMEDI","fs":[{"n":"V0010001.JPG")" + keys + R"(0","gumi":")" +
-                       hex + R"(","pgumi":")" + none + '"' + rest + R"(,{"n":"V0010002.JPG")" +
-                       keys + R"(1","DNE":"1")" + rest + "]}"));
+              document(R"({"d":"100VMEDI","fs":[{<gumi>},{}]})", marks));
+    EXPECT_EQ(pagedList(database).body, document(R"({"d":"100VMEDI","fs":[
+{"n":"V0010001.JPG"<dates>,"tr":"0",<gumi>,<pgumi><photo>},
+{"n":"V0010002.JPG"<dates>,"tr":"1","DNE":"1"<photo>}]})",
+                                                 marks));
 }
 
 TEST(MediaLists, GroupByDirectory) {
@@ -153,9 +161,8 @@ TEST(MediaLists, FilterByKind) {
         for (uint32_t type = 0; type <= DB_CONTENT_TYPE_LAST; type++) {
             const Bytes extension = isVideo(type) ? videoInfo(0) : groupInfo(1, 1, 1);
             const ListDatabase database = {{join({itemRecord(type, "V0010001.XXX"), extension})}};
-            const bool listed =
-                pagedList(database, 1, 1, options).body.find("\"n\"") != std::string::npos;
-            EXPECT_EQ(listed, kinds >> type & 1) << type << " with " << options;
+            const std::string body = pagedList(database, 1, 1, options).body;
+            EXPECT_EQ(body.find("XXX") < body.size(), kinds >> type & 1) << type << " " << options;
         }
     }
 }
@@ -185,36 +192,32 @@ TEST(MediaLists, AskPageByPage) {
 // A database of video group members: it answers for the first ones that a request names, leaves
 // out those it does not have, and cuts its reply.
 struct MemberDatabase {
-    std::vector<std::string> files;
+    std::string files;
     uint32_t perReply;
-    uint32_t statusAfter = 99;  // exchanges that succeed
+    uint32_t failing = 99;  // the exchange from which on it reports a status
+    uint32_t status = 0;
     uint32_t exchanges = 0;
 
     Exchange answer(const Bytes& request) {
-        if (exchanges++ >= statusAfter)
-            return reply(responseHeader(4, 0, 5));
+        if (++exchanges >= failing)
+            return reply(responseHeader(4, 1, status));
         Bytes members;
         uint32_t count = 0;
-        for (size_t i = 12; i < request.size() && count < perReply; i += 20) {
-            const std::string name(request.begin() + static_cast<long>(i) + 8,
-                                   request.begin() + static_cast<long>(i) + 20);
-            if (std::find(files.begin(), files.end(), name) == files.end())
-                continue;
-            append(members, join({itemRecord(2, name, 1, ITEM_ATTRIBUTE_EIS),
-                                  videoInfo(1000 * ++count, 1), words({count})}));
+        for (size_t i = 20; i < request.size() && count < perReply; i += 20) {
+            const std::string file(&request[i], &request[i] + 12);
+            if (files.find(file) != std::string::npos)
+                append(members, join({itemRecord(2, file, 1, ITEM_ATTRIBUTE_EIS),
+                                      videoInfo(1000 * ++count, 1), words({count})}));
         }
         return reply(join({responseHeader(4, count), members}));
     }
 };
 
 TEST(MediaLists, ReplaceAVideoGroupByItsMembers) {
-    const ListDatabase chapters = {{join({
-                                        itemRecord(2, "VXMF0012.MP4"),
-                                        groupInfo(12, 0, 4, 1),
-                                        words({0b11101000}),
-                                    }),
-                                    photo("V0010001.JPG")},
-                                   LIST_OPTION_VIDEO_GROUPING};
+    const ListDatabase chapters = {
+        {join({itemRecord(2, "VXMF0012.MP4"), groupInfo(12, 0, 4, 1), words({0b11101000})}),
+         join({itemRecord(2, "VXMF0013.MP4"), groupInfo(13, 0, 80)}), photo("V0010001.JPG")},
+        LIST_OPTION_VIDEO_GROUPING};
     const auto run = [&](MemberDatabase members, const std::function<int()>& producer) {
         resetWithCard();
         platform.answer = [&, members](const Bytes& request) mutable {
@@ -224,33 +227,45 @@ TEST(MediaLists, ReplaceAVideoGroupByItsMembers) {
     };
     const auto list = [] { return generateMediaList(nullptr, "fields=n,ls,s,eis,dur,hi,cl"); };
     const auto paged = [] { return dbGetPagedList(nullptr, 9, 10, 0, 2, 0, 0, nullptr); };
-    const std::vector<std::string> all = {"VXMF0012.MP4", "VX020012.MP4", "VX030012.MP4",
-                                          "VX050012.MP4"};
-
-    const auto member = [](const char* name, int n) {
-        return R"({"n":")" + std::string(name) +
-               R"(","ls":"7","s":"4294967298","eis":"1","dur":")" + std::to_string(n) +
-               R"(","mahs":"100","hc":"1","hi":[)" + std::to_string(n) + "]},";
+    const std::string all = "VXMF0012.MP4,VX020012.MP4,VX030012.MP4,VX050012.MP4";
+    const auto member = [](const std::string& name, int n) {
+        const std::string number = std::to_string(n);
+        return R"({"n":")" + name + R"(","ls":"7"<size>,"eis":"1","dur":")" + number +
+               R"(","mahs":"100","hc":"1","hi":[)" + number + "]},";
     };
-    const std::string end = R"({"n":"V0010001.JPG","hc":"0","s":"4294967298"}]})";
-    const std::string start = R"({"d":"100VMEDI","fs":[)";
-    EXPECT_EQ(run({all, 2}, list).body,
-              document(start + member("VXMF0012.MP4", 1) + member("VX020012.MP4", 2) +
-                       member("VX030012.MP4", 1) + member("VX050012.MP4", 2) + end));
-    EXPECT_EQ(platform.requests.size(), 3u);
-    EXPECT_EQ(platform.requests[1].size(), 12u + 4 * 20);
-    EXPECT_EQ(platform.requests[2].size(), 12u + 2 * 20);
-    EXPECT_EQ(run({{all[1]}, 9}, list).body, document(start + member("VX020012.MP4", 1) + end));
-    EXPECT_EQ(run({{}, 9}, list).body, document(start + end));
-    EXPECT_EQ(run({all, 9, 0}, list).status, 500);
-    EXPECT_EQ(run({all, 1, 1}, list).body, document(start + member("VXMF0012.MP4", 1) + end));
-
-    EXPECT_EQ(run({{all[0]}, 9}, paged).body,
-              document(start + R"({"n":"VXMF0012.MP4","mod":"2000","cre":"1000","us":"4","tr":"0",)"
-                               R"("eis":"1","pta":"0","ao":"off","mp":"0","dur":"1","mahs":"100",)"
-                               R"("hc":"1","hi":[1],"ls":"7","s":"4294967298"},)"
-                               R"({"n":"V0010001.JPG","mod":"2000","cre":"1000","us":"4","tr":"0",)"
-                               R"("hc":"0","hdr":"0","wdr":"0","raw":"0","s":"4294967298"}]})"));
+    const std::string page =
+        R"({"d":"100VMEDI","fs":[<members>{"n":"V0010001.JPG","hc":"0"<size>}]})";
+    const std::string two = member("VXMF0012.MP4", 1) + member("VX020012.MP4", 2);
+    const struct {
+        MemberDatabase members;
+        std::vector<size_t> named;  // in each request
+        std::string listed;
+        int status = 200;
+    } cases[] = {
+        {{all, 2}, {4, 2, 74, 7}, two + member("VX030012.MP4", 1) + member("VX050012.MP4", 2)},
+        {{"VX020012.MP4", 9}, {4, 2, 74, 7}, member("VX020012.MP4", 1)},
+        {{"", 9}, {4, 74, 7}, ""},
+        {{all, 2, 1, 3}, {4, 74, 7}, ""},
+        {{all, 2, 2, 4}, {4, 2, 74, 7}, two},
+        {{all, 2, 1, 5}, {4}, "", 500},  // and nothing more is asked
+        {{all, 2, 2, 5}, {4, 2}, "", 500},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        const Produced produced = run(c.members, list);
+        EXPECT_EQ(produced.status, c.status);
+        std::vector<size_t> named;
+        for (size_t i = 1; i < platform.requests.size(); i++)
+            named.push_back((platform.requests[i].size() - 12) / 20);
+        EXPECT_EQ(named, c.named);
+        EXPECT_EQ(produced.body,
+                  document(c.status == 200 ? page : "", {{"<members>", c.listed.c_str()}}));
+    }
+    EXPECT_EQ(
+        run({"VXMF0012.MP4", 9}, paged).body,
+        document(R"({"d":"100VMEDI","fs":[{"n":"VXMF0012.MP4"<dates>,"tr":"0","eis":"1","pta":"0",
+"ao":"off","mp":"0","dur":"1","mahs":"100","hc":"1","hi":[1],"ls":"7"<size>},
+{"n":"V0010001.JPG"<dates>,"tr":"0","hc":"0","hdr":"0","wdr":"0","raw":"0"<size>}]})"));
 }
 
 TEST(GumiList, AsksForEachFile) {

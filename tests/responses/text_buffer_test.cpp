@@ -40,18 +40,6 @@ TEST(TextBuffer, KeepsItsLimit) {
     }
 }
 
-TEST(TextBuffer, WritesEachKindOfPart) {
-    TextBuffer buffer;
-    ASSERT_TRUE(buffer.allocate(TextBufferKind::kEntry));
-    const uint8_t bytes[16] = {0x00, 0x9f, 0xff, 0xa0};
-    buffer.append(0u, " ", -2147483647 - 1, " ", 18446744073709551615ull, " ", HexText{bytes}, " ",
-                  JsonText{std::string_view("a\"b\\c\x01\x1f\0 \x7f\xe9", 11)});
-    EXPECT_EQ(buffer.text(),
-              "0 -2147483648 18446744073709551615 009fffa0000000000000000000000000 "
-              "a\\\"b\\\\c\\u0001\\u001f\\u0000 \x7f\xe9");
-    buffer.release();
-}
-
 TEST(MediaDBOutput, LeavesNothingBehindWithoutMemory) {
     const char* messages[] = {"malloc localBuffer failed medialist\n",
                               "malloc localDirectoryBuffer failed medialist\n",

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "libvxMediaRTOSDB/src/db_responses.h"
+#include "medialist/upload_rule.h"
 #include "tests/support/captured_sink.h"
 #include "tests/support/db_replies.h"
 #include "vcore/logger.h"
@@ -11,8 +12,11 @@ struct CardItem {
     uint32_t type;
     std::string fileName;
     uint32_t group = 0, first = 0, last = 0;
-    uint32_t mebibytes = 0, highlights = 0, created = 0, clip = 0, status = 0;
+    uint32_t mebibytes = 0, created = 0, status = 0;
 };
+
+// They accept whatever has not been uploaded.
+inline std::vector<UploadRule> freshRules = {{1, UPLOAD_RULE_STATUS_0}, {0, UPLOAD_RULE_ANY}};
 
 struct CardDatabase {
     std::vector<CardItem> items = {};
@@ -20,7 +24,7 @@ struct CardDatabase {
     int failingExchange = 0;               // from 1; every attempt at it fails
     int changingExchange = 0;              // from 1; the session id is another from it on
     uint32_t claimedItems = 0;             // items that a page claims and does not hold
-    std::vector<std::string> folded = {};  // files whose status was set to 5
+    std::vector<std::string> folded = {};  // directory and file whose status was set to 5
 
     // Answers the scripted platform's requests from now on. The database must outlive their use.
     void serve() {
@@ -32,7 +36,7 @@ struct CardDatabase {
             }
             const uint32_t command = scripted::wordAt(request, 0);
             if (command == DB_CMD_WRITE_UPLOAD_STATUS && scripted::wordAt(request, 32) == 5) {
-                folded.emplace_back(request.begin() + 20, request.begin() + 32);
+                folded.emplace_back(request.begin() + 12, request.begin() + 32);
             }
             return scripted::reply(command == DB_CMD_LIST ? page(request)
                                                           : scripted::responseHeader(command, 1));
@@ -42,16 +46,13 @@ struct CardDatabase {
   private:
     static scripted::Bytes record(const CardItem& item) {
         using namespace scripted;
-        Bytes bytes = itemRecord(item.type, item.fileName, item.highlights);
-        const Bytes size = words({item.mebibytes << 20, item.mebibytes >> 12});
+        Bytes bytes = itemRecord(item.type, item.fileName);
         putWord(bytes, offsetof(db_item_record, created), item.created);
         putWord(bytes, offsetof(db_item_record, upload_status), item.status);
-        std::copy(size.begin(), size.end(), bytes.begin() + offsetof(db_item_record, size));
         if (isGroup(item.type)) {
-            append(bytes, join({words({item.group, item.first, item.last, 0}), size}));
-            append(bytes, isPhotoGroup(item.type) && item.highlights != 0 ? words({1}) : Bytes{});
+            append(bytes, words({item.group, item.first, item.last, 0, item.mebibytes << 20, 0}));
         } else if (isVideo(item.type)) {
-            append(bytes, videoInfo(1000, 0, item.clip));
+            append(bytes, videoInfo(1000));
         }
         return bytes;
     }
@@ -63,8 +64,7 @@ struct CardDatabase {
         const bool changed = changingExchange > 0 && scripted::platform.opened >= changingExchange;
         scripted::Bytes records;
         uint32_t count = 0;
-        // A page ends where another record might not fit.
-        for (; count < word(4) && word(12) + count < total && records.size() < 1300; ++count) {
+        for (; count < word(4) && word(12) + count < total; ++count) {
             scripted::append(records, record(list[word(12) + count]));
         }
         return scripted::join(

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <tuple>
+#include <utility>
 
 #include "medialist/zep_media_list.h"
 
@@ -38,11 +38,9 @@ TEST(Rules, AConditionAcceptsItsTypesWithinItsRanges) {
                  {2, kVideos, 0, 0, kVideos},
                  {3, kVideos, 0, kVideos, kVideos},
                  {4, kVideos, 0, kVideos, kVideos},
-                 {5, 0, 0, 0, 0},
                  {6, kLapses, kLapses, kLapses & ~(1u << 3), 1 << 3},
                  {7, kBursts, kBursts, kBursts, kBursts},
                  {8, kContinuous, kContinuous, kContinuous, 0},
-                 {9, 0, 0, 0, 0},
                  {10, 0, 0, 0, 0},
                  {11, 0, 0, 0, 0}};
     zep_item_s typical{};
@@ -52,16 +50,15 @@ TEST(Rules, AConditionAcceptsItsTypesWithinItsRanges) {
     typical.last_number = 10;
     typical.clip = 1;
     for (const auto& [kind, within, scoreOff, durationOff, countOff] : cases) {
-        const UploadRule rule{0, kind, "", 40, 60, 10, 20, 3, 5, 0};
-        for (const auto& [field, low, high, off] :
-             {std::tuple(&zep_item_s::score, 40u, 60u, scoreOff),
-              {&zep_item_s::duration_s, 10u, 20u, durationOff},
-              {&zep_item_s::last_number, 9u, 11u, countOff}}) {
-            for (const auto& [value, expected] :
-                 {std::pair(low, within), {high, within}, {low - 1, off}, {high + 1, off}}) {
+        const UploadRule rule{0, kind, "", 50, 50, 15, 15, 4, 4, 0};
+        EXPECT_EQ(accepted(rule, typical), within) << kind;
+        for (const auto& [field, off] : {std::pair(&zep_item_s::score, scoreOff),
+                                         {&zep_item_s::duration_s, durationOff},
+                                         {&zep_item_s::last_number, countOff}}) {
+            for (const uint32_t step : {1u, kMax}) {
                 zep_item_s item = typical;
-                item.*field = value;
-                EXPECT_EQ(accepted(rule, item), expected) << kind << " with " << value;
+                item.*field += step;
+                EXPECT_EQ(accepted(rule, item), off) << kind;
             }
         }
     }
@@ -84,7 +81,6 @@ TEST(Rules, ATargetAndAConditionInAnyOrder) {
     } cases[] = {{{}, 0, false},
                  {{any}, 0, false},
                  {{{1, 11}}, 0, false},
-                 {{any, {1, 11}}, 0, true},
                  {{any, {1, 11}}, 1, false},
                  {{{1, 12}, any, {255, 15}}, 4, true},
                  {{{1, 11}, {0, 11}}, 0, false},
@@ -100,15 +96,6 @@ TEST(Rules, ATargetAndAConditionInAnyOrder) {
 void expectFields(const MediaEntry& e, const std::vector<uint32_t>& expected) {
     EXPECT_EQ(expected, (std::vector{e.index(), e.type(), e.highlighted(), e.clip(), e.merged(),
                                      e.year(), e.yday(), e.sizeMiB(), e.durationS(), e.count()}));
-    uint8_t bytes[13];
-    std::memcpy(bytes, &e, sizeof bytes);
-    unsigned bit = 0;
-    const unsigned widths[] = {18, 4, 1, 1, 1, 5, 9, 22, 25, 18};
-    for (size_t i = 0; i < expected.size(); ++i) {
-        for (unsigned n = 0; n < widths[i]; ++n, ++bit) {
-            ASSERT_EQ(bytes[bit / 8] >> bit % 8 & 1, expected[i] >> n & 1) << "bit " << bit;
-        }
-    }
 }
 
 TEST(Entry, EveryFieldHasItsBits) {
@@ -123,6 +110,10 @@ TEST(Entry, EveryFieldHasItsBits) {
     MediaEntry entry(item, 0x15555);
     MediaEntry span(item, 1);
     expectFields(entry, {0x15555, 0xA, 1, 1, 0, 9, 365, 0x2AAAAA, 0x1555555, 0x2AAAA});
+    // The same as bytes.
+    const uint8_t bytes[] = {0x55, 0x55, 0xE9, 0x52, 0x5B, 0x55, 0x55,
+                             0xB5, 0xAA, 0xAA, 0xAA, 0xAA, 0xAA};
+    EXPECT_EQ(std::memcmp(&entry, bytes, sizeof bytes), 0);
     entry.fold(span);
     expectFields(entry, {0x15555, 0xA, 1, 1, 0, 9, 365, 0x155554, 0x1555555, 0x15554});
     expectFields(span, {1, 0xA, 1, 1, 1, 9, 365, 0x2AAAAA, 0x1555555, 0x2AAAA});

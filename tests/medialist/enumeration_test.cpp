@@ -35,19 +35,19 @@ const Texts kSampleWalk = {"1 " + kFolder + "VXMF0001.MP4 " + kFolder + "VXMF000
                            "0 " + kFolder + "VXMF0009.JPG " + kFolder + "VXMF0009.JPG 1"};
 
 struct Pass {
-    int count;
-    Results faults;  // results that were neither an item nor the end
+    Results results;  // of counting, and of the walk where it gave neither an item nor the end
+    int faultAt;      // the exchange that had just been made when one of them failed
     Texts items;
 };
 
 // Counts and walks to the end, again after each fault.
 Pass passOver(ZEPMediaList& list) {
-    Pass pass{list.getMediaCount(freshRules), {}, {}};
-    if (pass.count < 0) {
-        pass.faults.push_back(pass.count);
-        pass.count = list.getMediaCount(freshRules);
+    Pass pass{{list.getMediaCount(freshRules)}, 0, {}};
+    if (pass.results.back() < 0) {
+        pass.faultAt = platform.opened;
+        pass.results.push_back(list.getMediaCount(freshRules));
     }
-    for (int result = 0; result != ZEPMediaList::kEnd && pass.faults.size() < 5;) {
+    for (int result = 0; result != ZEPMediaList::kEnd && pass.results.size() < 5;) {
         MediaOutput out{{}, -1, "before", "before"};
         result = list.getNextMedia(&out, freshRules);
         if (result == ZEPMediaList::kItem) {
@@ -55,7 +55,8 @@ Pass passOver(ZEPMediaList& list) {
                                  out.files.back() + " " + std::to_string(out.files.size()));
             EXPECT_EQ(out.text1 + out.text2, "");
         } else if (result != ZEPMediaList::kEnd) {
-            pass.faults.push_back(result);
+            pass.results.push_back(result);
+            pass.faultAt = platform.opened;
             pass.items.resize(result == ZEPMediaList::kSessionChanged ? 0 : pass.items.size());
         }
     }
@@ -67,10 +68,7 @@ TEST(Enumeration, CountsFoldsAndWalks) {
     CardDatabase card = sampleCard();
     card.serve();
     ZEPMediaList list;
-    const Pass pass = passOver(list);
-    EXPECT_EQ(pass.count, 5);
-    EXPECT_EQ(pass.faults, Results{});
-    EXPECT_EQ(pass.items, kSampleWalk);
+    EXPECT_EQ(passOver(list).items, kSampleWalk);
     EXPECT_THAT(card.folded, ElementsAre("100VMEDIV0010011.JPG", "100VMEDIV0010021.JPG"));
 
     // A recount folds nothing more and leaves the walk where it is; so does one that fails.
@@ -107,13 +105,13 @@ TEST(Enumeration, EveryExchangeMayFailOrChangeTheSession) {
             ZEPMediaList list;
             const Pass pass = passOver(list);
             const bool harmless = changes ? exchange == 1 || exchange == 7 : writesStatus;
-            const int fault = exchange <= 6 ? -1 : changes ? 3 : 1;
+            const Results fault = exchange <= 6 ? Results{-1, 5} : Results{5, changes ? 3 : 1};
             Texts reached = kSampleWalk;
             if (!changes && (exchange == 9 || exchange == 10)) {
                 reached.erase(reached.begin() + 1);  // the walk has passed the group's entry
             }
-            EXPECT_EQ(pass.count, 5);
-            EXPECT_EQ(pass.faults, harmless ? Results{} : Results{fault});
+            EXPECT_EQ(pass.results, harmless ? Results{5} : fault);
+            EXPECT_EQ(pass.faultAt, harmless ? 0 : writesStatus ? 4 : exchange);
             EXPECT_EQ(pass.items, reached);
             EXPECT_EQ(platform.opened, platform.closed);
             EXPECT_EQ(log.take().find("countCb: Unable to set upload status.") != std::string::npos,

@@ -1,4 +1,4 @@
-// The buffers that responses are built in, at their limits.
+// The buffers that responses are built in, at their limits and without memory.
 #include <gtest/gtest.h>
 
 #include "libvxMediaRTOSDB/src/http_status.h"
@@ -26,17 +26,26 @@ TEST(TextBuffer, KeepsItsLimit) {
         for (const size_t size : {c.limit - 1, c.limit, c.limit + 1}) {
             scripted::reset();
             buffer.clear();
-            const std::string start(size - 17, 'x');
+            const std::string start(size - 23, 'x');
             const uint32_t losses = buffer.losses();
             buffer.append(start);
             // The last part's bound is above its size: only the exact measure tells that it fits.
-            buffer.append("a", 4294967295u, JsonText{"\"\\"}, std::string_view("b"), 7u);
+            buffer.append("a", 4294967295u, JsonText{"\"\\\x01"}, std::string_view("b"), 7u);
             const bool fits = size <= c.limit;
             EXPECT_EQ(buffer.losses() == losses, fits);
-            EXPECT_EQ(buffer.text(), fits ? start + "a4294967295\\\"\\\\b7" : "");
+            EXPECT_EQ(buffer.text(), fits ? start + "a4294967295\\\"\\\\\\u0001b7" : "");
             EXPECT_EQ(platform.logged(c.message), !fits);
         }
         buffer.release();
+    }
+}
+
+TEST(MediaDBOutput, HoldsNothingWithoutMemory) {
+    for (int n = 0; n < 3; n++) {
+        failAllocation(n);
+        vxMediaDBOutput output;
+        EXPECT_EQ(vxMediaDBOutputCtor(&output, nullptr), -1);
+        EXPECT_EQ(output.localBuffer.text().data(), nullptr);
     }
 }
 

@@ -24,10 +24,14 @@ enum DbContentType : uint32_t {
     DB_CONTENT_TYPE_UNKNOWN_FILE = 0xFFFFFFFF,  // the file is not in the database
 };
 
+// Videos that are recorded as such, not made of a burst: what responses show as videos.
+constexpr bool isOrdinaryVideo(uint32_t contentType) {
+    return contentType <= DB_CONTENT_TYPE_TIME_LAPSE_VIDEO;
+}
+
 // Videos whose record carries video specific information, alone or for each member.
 constexpr bool isVideo(uint32_t contentType) {
-    return contentType <= DB_CONTENT_TYPE_TIME_LAPSE_VIDEO ||
-           contentType == DB_CONTENT_TYPE_BURST_VIDEO;
+    return isOrdinaryVideo(contentType) || contentType == DB_CONTENT_TYPE_BURST_VIDEO;
 }
 
 constexpr bool isVideoGroup(uint32_t contentType) {

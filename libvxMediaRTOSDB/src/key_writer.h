@@ -11,9 +11,6 @@
 #include "libvxMediaRTOSDB/src/query_settings.h"
 #include "libvxMediaRTOSDB/src/text_buffer.h"
 
-// The field of a key that no mask governs.
-constexpr uint32_t kAlways = kAllFields;
-
 // Texts joined by ",".
 class JoinedText {
   public:

@@ -43,7 +43,7 @@ Failure databaseFailed(uint32_t status) {
 
 // Returns the query option that selects a kind of media, 0 for a kind that is never listed.
 uint32_t queryOptionOf(uint32_t contentType) {
-    if (contentType <= DB_CONTENT_TYPE_TIME_LAPSE_VIDEO)
+    if (isOrdinaryVideo(contentType))
         return QUERY_OPTION_VIDEO;
     if (contentType == DB_CONTENT_TYPE_SESSION_FILE)
         return RTOS_DB_QUERY_METADATA_SESSION_FILES;

@@ -36,150 +36,155 @@ bool hasMoreInfo(uint32_t contentType) {
     return contentType <= DB_CONTENT_TYPE_LAST && contentType != DB_CONTENT_TYPE_SESSION_FILE;
 }
 
-// Puts the keys that writeKeys writes between braces. Returns an HTTP status.
-template <typename WriteKeys>
-int writeObject(vxMediaDBOutput* output, WriteKeys writeKeys) {
-    output->localEntryBuffer.append("{");
-    const int status = writeKeys();
-    output->localEntryBuffer.append("}");
-    if (status != HTTP_OK)
-        return status;
-    return output->complete() ? HTTP_OK : HTTP_INTERNAL_ERROR;
+// Asks one of the response queries about the file. found: the query's further arguments.
+template <typename Query, typename... Found>
+int ask(Metadata& metadata, Query query, Found... found) {
+    return query(metadata.connection, metadata.settings->dirName, metadata.settings->fileName,
+                 metadata.response, found...);
 }
 
-int getVideoInfo(Metadata& metadata, const db_item_record** item,
-                 const db_video_specific_info** video) {
-    return getVideoSpecificInfoResponse(metadata.connection, metadata.settings->dirName,
-                                        metadata.settings->fileName, metadata.response, item,
-                                        video);
-}
-
-// As getVideoInfo, for a data set that only videos have.
-int requireVideoInfo(Metadata& metadata, const db_item_record** item,
-                     const db_video_specific_info** video) {
-    const int status = getVideoInfo(metadata, item, video);
+// Finds what a data set that only videos have is made of.
+int requireVideoInfo(Metadata& metadata, const db_video_specific_info** video) {
+    const db_item_record* item = nullptr;
+    const int status = ask(metadata, getVideoSpecificInfoResponse, &item, video);
     if (status != HTTP_OK)
         return status;
-    const uint32_t contentType = (*item)->content_type;
+    const uint32_t contentType = item->content_type;
     if (!isVideo(contentType)) {
         UTIL_LOG(UTIL_LOG_ERROR, "not implemented for content_type %d\n", contentType);
         return HTTP_NOT_IMPLEMENTED;
     }
-    return *video ? HTTP_OK : HTTP_INTERNAL_ERROR;
+    if (!*video) {
+        UTIL_LOG(UTIL_LOG_ERROR, "no video information for content_type %d\n", contentType);
+        return HTTP_INTERNAL_ERROR;
+    }
+    return HTTP_OK;
 }
 
 int writeVideoInfo(Metadata& metadata, uint32_t fieldMask) {
     const db_item_record* item = nullptr;
     const db_video_specific_info* video = nullptr;
-    const int status = getVideoInfo(metadata, &item, &video);
-    if (status != HTTP_OK)
-        return status;
-    return formatVideoInfo(metadata.output, fieldMask, ",", video);
+    const int status = ask(metadata, getVideoSpecificInfoResponse, &item, &video);
+    return status == HTTP_OK ? formatVideoInfo(metadata.output, fieldMask, ",", video) : status;
 }
 
 int writeMoreInfo(Metadata& metadata, uint32_t fieldMask) {
     const db_more_info* moreInfo = nullptr;
-    const int status =
-        getMoreInfoResponse(metadata.connection, metadata.settings->dirName,
-                            metadata.settings->fileName, metadata.response, &moreInfo);
-    if (status != HTTP_OK)
-        return status;
-    return formatMoreInfo(metadata.output, fieldMask, ",", moreInfo);
+    const int status = ask(metadata, getMoreInfoResponse, &moreInfo);
+    return status == HTTP_OK ? formatMoreInfo(metadata.output, fieldMask, ",", moreInfo) : status;
 }
 
 int formatMetadataVideoInfo(vxMediaDBOutput* output, const db_video_specific_info& video) {
     KeyWriter keys(&output->localEntryBuffer, kAllFields, "");
-    keys.number(kAlways, "dur", durationSeconds(video));
-    keys.number(kAlways, "c", video.clip);
-    keys.number(kAlways, "avc_profile", video.avc_profile);
-    keys.number(kAlways, "profile", video.profile);
-    keys.write(kAlways, "\"tag_count\":", uint32_t{video.highlight_count});
-    keys.list(kAlways, "\"tags\":[", "]",
+    keys.number(FIELD_DURATION, "dur", durationSeconds(video));
+    keys.number(FIELD_CLIP, "c", video.clip);
+    keys.number(FIELD_AVC_PROFILE, "avc_profile", video.avc_profile);
+    keys.number(FIELD_PROFILE, "profile", video.profile);
+    keys.write(FIELD_HIGHLIGHT_COUNT, "\"tag_count\":", uint32_t{video.highlight_count});
+    keys.list(FIELD_HIGHLIGHTS, "\"tags\":[", "]",
               [&](JoinedText& values) { addHighlights(values, video); });
     return keys.status();
 }
 
 int formatMetadataDur(vxMediaDBOutput* output, const db_video_specific_info& video) {
     KeyWriter keys(&output->localEntryBuffer, kAllFields, "");
-    keys.number(kAlways, "dur", durationSeconds(video));
-    keys.number(kAlways, "c", video.clip);
-    keys.number(kAlways, "profile", video.profile);
+    keys.number(FIELD_DURATION, "dur", durationSeconds(video));
+    keys.number(FIELD_CLIP, "c", video.clip);
+    keys.number(FIELD_PROFILE, "profile", video.profile);
     return keys.status();
 }
 
-int writeMetadataDur(Metadata& metadata) {
-    const db_item_record* item = nullptr;
+int writeMetadataVideoInfo(Metadata& metadata) {
     const db_video_specific_info* video = nullptr;
-    const int status = requireVideoInfo(metadata, &item, &video);
+    int status = requireVideoInfo(metadata, &video);
+    if (status == HTTP_OK)
+        status = formatMetadataVideoInfo(metadata.output, *video);
+    if (status == HTTP_OK)
+        status = writeMoreInfo(metadata, kAllFields);
+    return status;
+}
+
+int writeMetadataDur(Metadata& metadata) {
+    const db_video_specific_info* video = nullptr;
+    const int status = requireVideoInfo(metadata, &video);
     return status == HTTP_OK ? formatMetadataDur(metadata.output, *video) : status;
+}
+
+const db_gumi* nullUnlessValid(const db_gumi* gumi) {
+    return gumi && isValid(*gumi) ? gumi : nullptr;
 }
 
 int writeMetadataInfo(Metadata& metadata, const InfoFields& fields) {
     const db_item_record* item = nullptr;
     const db_gumi* gumi = nullptr;
     const db_gumi* parentGumi = nullptr;
-    int status = getFileGUMIResponse(metadata.connection, metadata.settings->dirName,
-                                     metadata.settings->fileName, metadata.response, &item, &gumi,
-                                     &parentGumi);
+    int status = ask(metadata, getFileGUMIResponse, &item, &gumi, &parentGumi);
     if (status != HTTP_OK)
         return status;
 
     const uint32_t contentType = item->content_type;
-    const bool single = contentType <= DB_CONTENT_TYPE_TIME_LAPSE_VIDEO;
+    const bool video = isOrdinaryVideo(contentType);
     const uint32_t fieldMask =
-        (single ? fields.ofVideo : fields.ofOther) & metadata.settings->whitelistMask;
+        (video ? fields.ofVideo : fields.ofOther) & metadata.settings->whitelistMask;
     constexpr uint32_t kOfVideoRecord = FIELD_HIGHLIGHT_COUNT | FIELD_HIGHLIGHTS;
 
     status =
-        formatContentInfo(metadata.output, single ? fieldMask & ~kOfVideoRecord : fieldMask, item);
-    if (status == HTTP_OK && isValid(*gumi))
-        status = formatGUMI(metadata.output, fieldMask, ",", gumi, parentGumi);
-    if (status == HTTP_OK && single)
+        formatContentInfo(metadata.output, video ? fieldMask & ~kOfVideoRecord : fieldMask, item);
+    if (status == HTTP_OK)
+        status = formatGUMI(metadata.output, fieldMask, ",", nullUnlessValid(gumi),
+                            nullUnlessValid(parentGumi));
+    if (status == HTTP_OK && video)
         status = writeVideoInfo(metadata, fieldMask);
     if (status == HTTP_OK && hasMoreInfo(contentType))
         status = writeMoreInfo(metadata, fieldMask);
     return status;
 }
 
-int setUploadStatus(Metadata& metadata) {
-    return getWriteUploadStatusResponse(metadata.connection, metadata.settings->dirName,
-                                        metadata.settings->fileName, metadata.response,
-                                        metadata.settings->newUploadStatus);
-}
-
-int writeUploadStatus(Metadata& metadata) {
+int writeUploadKey(Metadata& metadata) {
     const db_item_record* item = nullptr;
-    const int status =
-        getContentInfoResponse(metadata.connection, metadata.settings->dirName,
-                               metadata.settings->fileName, metadata.response, &item);
+    const int status = ask(metadata, getContentInfoResponse, &item);
     return status == HTTP_OK ? formatContentInfo(metadata.output, FIELD_UPLOAD_STATUS, item)
                              : status;
 }
 
-int writeDataSet(Metadata& metadata) {
+int setAndWriteUploadKey(Metadata& metadata) {
+    const int status =
+        ask(metadata, getWriteUploadStatusResponse, metadata.settings->newUploadStatus);
+    return status == HTTP_OK ? writeUploadKey(metadata) : status;
+}
+
+int writeKeys(Metadata& metadata) {
     switch (metadata.settings->filter) {
         case eDBFILTER_T_GET_VIDEOINFO:
-            return generateMetadataVideoInfo(metadata.output, metadata.connection,
-                                             metadata.settings);
+            return writeMetadataVideoInfo(metadata);
         case eDBFILTER_T_GET_DUR:
-            return writeObject(metadata.output, [&] { return writeMetadataDur(metadata); });
+            return writeMetadataDur(metadata);
         case eDBFILTER_T_GET_V4INFO:
-            return writeObject(metadata.output,
-                               [&] { return writeMetadataInfo(metadata, kV4InfoFields); });
+            return writeMetadataInfo(metadata, kV4InfoFields);
         case eDBFILTER_T_GET_V5INFO:
-            return writeObject(metadata.output,
-                               [&] { return writeMetadataInfo(metadata, kV5InfoFields); });
+            return writeMetadataInfo(metadata, kV5InfoFields);
         case eDBFILTER_T_GET_UPLOAD:
-            return writeObject(metadata.output, [&] { return writeUploadStatus(metadata); });
+            return writeUploadKey(metadata);
         case eDBFILTER_T_SET_UPLOAD:
-            return writeObject(metadata.output, [&] {
-                const int status = setUploadStatus(metadata);
-                return status == HTTP_OK ? writeUploadStatus(metadata) : status;
-            });
+            return setAndWriteUploadKey(metadata);
         default:
             UTIL_LOG(UTIL_LOG_ERROR, "Invalid dataSet (%d)", metadata.settings->filter);
             return HTTP_INTERNAL_ERROR;
     }
+}
+
+// Appends the object of the data set to the entry buffer. Returns an HTTP status.
+int writeObject(vxMediaDBOutput* output, rtosConnection* connection,
+                const QuerySettings* settings) {
+    Metadata metadata = {output, connection, settings, {}};
+    TextBuffer& entry = output->localEntryBuffer;
+    const uint32_t lossesBefore = entry.losses();
+    entry.append("{");
+    const int status = writeKeys(metadata);
+    entry.append("}");
+    if (status == HTTP_OK && entry.losses() != lossesBefore)
+        return HTTP_INTERNAL_ERROR;
+    return status;
 }
 
 }  // namespace
@@ -190,19 +195,7 @@ int generateMetadataVideoInfo(vxMediaDBOutput* pOutput, rtosConnection* pRtosCon
     UTIL_ASSERT(pRtosConn);
     UTIL_ASSERT(pSettings);
     UTIL_ASSERT(pSettings->filter == eDBFILTER_T_GET_VIDEOINFO);
-    Metadata metadata = {pOutput, pRtosConn, pSettings, {}};
-    return writeObject(pOutput, [&] {
-        const db_item_record* item = nullptr;
-        const db_video_specific_info* video = nullptr;
-        int status = requireVideoInfo(metadata, &item, &video);
-        if (status != HTTP_OK)
-            return status;
-        const uint32_t contentType = item->content_type;
-        status = formatMetadataVideoInfo(pOutput, *video);
-        if (status == HTTP_OK && hasMoreInfo(contentType))
-            status = writeMoreInfo(metadata, kAllFields);
-        return status;
-    });
+    return writeObject(pOutput, pRtosConn, pSettings);
 }
 
 int generateMetadata(void* outputHandle, const char* query) {
@@ -223,10 +216,8 @@ int generateMetadata(void* outputHandle, const char* query) {
     if (connection.result() < 0)
         UTIL_LOG(UTIL_LOG_ERROR, "rtosConnectionCtor ret < 0");
     status = statusAtStart(connection, CardIdentity());
-    if (status == HTTP_OK) {
-        Metadata metadata = {output.get(), connection.get(), &settings, {}};
-        status = writeDataSet(metadata);
-    }
+    if (status == HTTP_OK)
+        status = writeObject(output.get(), connection.get(), &settings);
 
     printHeader(status);
     if (status == HTTP_OK) {

@@ -16,9 +16,10 @@ extern "C" {
 // Returns 0 for status 200, else -1.
 [[nodiscard]] int generateMetadata(void* outputHandle, const char* query);
 
-// Writes the object of the data set "videoinfo" to the output's entry buffer.
-// pSettings: must ask for that data set. No pointer may be null. Otherwise the process ends.
-// Returns an HTTP status; the object is complete with 200.
+// Appends the object of the data set "videoinfo" to the output's entry buffer.
+// pOutput: constructed. pRtosConn: open. pSettings: must ask for that data set, else the process
+// ends. No pointer may be null: the process ends.
+// Returns an HTTP status as generateMetadata has it; the object is complete with 200 only.
 [[nodiscard]] int generateMetadataVideoInfo(vxMediaDBOutput* pOutput, rtosConnection* pRtosConn,
                                             const QuerySettings* pSettings);
 

@@ -15,22 +15,19 @@ int sizeOf(const Response& response) {
     return static_cast<int>(response.bytes.size());
 }
 
-// Finds the item record behind the response header; null unless the HTTP status is 200.
-const db_item_record* findItem(const Response& response, int* status) {
-    *status = response.status;
+// Finds the item record behind the response header. Returns an HTTP status; *item is set with 200.
+int findItem(const Response& response, const db_item_record** item) {
     if (response.status != HTTP_OK)
-        return nullptr;
+        return response.status;
     const auto* answer = RecordReader(response.bytes).read<db_item_response>();
-    if (!answer) {
-        *status = discardResponse(sizeOf(response));
-        return nullptr;
-    }
+    if (!answer)
+        return discardResponse(sizeOf(response));
     if (answer->item.content_type == DB_CONTENT_TYPE_UNKNOWN_FILE) {
         UTIL_LOG(UTIL_LOG_WARN, "Invalid content type (-1), inferring FILE NOT_FOUND\n");
-        *status = HTTP_NOT_FOUND;
-        return nullptr;
+        return HTTP_NOT_FOUND;
     }
-    return &answer->item;
+    *item = &answer->item;
+    return HTTP_OK;
 }
 
 // Finds the video specific information whose highlights have come too; null when there is none.
@@ -49,9 +46,7 @@ int getContentInfoResponse(rtosConnection* pRtosConn, const char* pDirName, cons
     *ppInfo = nullptr;
     const Response response =
         askAboutFile(pRtosConn, DB_CMD_CONTENT_INFO, pDirName, pFileName, pRespBuf);
-    int status = HTTP_OK;
-    *ppInfo = findItem(response, &status);
-    return status;
+    return findItem(response, ppInfo);
 }
 
 int getVideoSpecificInfoResponse(rtosConnection* pRtosConn, const char* pDirName,
@@ -64,12 +59,12 @@ int getVideoSpecificInfoResponse(rtosConnection* pRtosConn, const char* pDirName
     *ppVideoInfo = nullptr;
     const Response response =
         askAboutFile(pRtosConn, DB_CMD_VIDEO_SPECIFIC_INFO, pDirName, pFileName, pRespBuf);
-    int status = HTTP_OK;
-    const auto* item = findItem(response, &status);
+    const db_item_record* item = nullptr;
+    const int status = findItem(response, &item);
     if (!item)
         return status;
     const auto* info = findVideoInfo(response);
-    if (!info && item->content_type <= DB_CONTENT_TYPE_TIME_LAPSE_VIDEO)
+    if (!info && isOrdinaryVideo(item->content_type))
         return discardResponse(sizeOf(response));
     *ppInfo = item;
     *ppVideoInfo = info;
@@ -104,20 +99,20 @@ int getFileGUMIResponse(rtosConnection* pRtosConn, const char* pDirName, const c
     const Response response =
         askAboutFile(pRtosConn, DB_CMD_FILE_GUMI, pDirName, pFileName, pRespBuf);
     auto* answer = static_cast<db_file_gumi_response*>(pRespBuf);
-    if (response.status == HTTP_OK && response.bytes.size() >= sizeof(db_item_response) &&
-        response.bytes.size() < offsetof(db_file_gumi_response, parent_gumi)) {
+    const size_t size = response.bytes.size();
+    const bool holdsItem = response.status == HTTP_OK && size >= sizeof(db_item_response);
+    if (holdsItem && size < offsetof(db_file_gumi_response, parent_gumi)) {
         UTIL_LOG(UTIL_LOG_WARN, "Insufficient response size (%d), invalidating GUMIs\n",
                  sizeOf(response));
         answer->gumi = {};
-        answer->parent_gumi = {};
     }
-    int status = HTTP_OK;
-    const auto* item = findItem(response, &status);
-    if (!item)
+    if (holdsItem && size < sizeof *answer)
+        answer->parent_gumi = {};
+    const int status = findItem(response, ppInfo);
+    if (!*ppInfo)
         return status;
-    *ppInfo = item;
     *ppGUMI = &answer->gumi;
-    if (item->attributes & ITEM_ATTRIBUTE_PARENT_GUMI)
+    if ((*ppInfo)->attributes & ITEM_ATTRIBUTE_PARENT_GUMI)
         *ppPGUMI = &answer->parent_gumi;
     return HTTP_OK;
 }

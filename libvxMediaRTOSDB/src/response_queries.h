@@ -39,7 +39,7 @@ extern "C" {
                                       const db_more_info** ppMoreInfo);
 
 // Finds the item record and the GUMI of a file, and its parent GUMI when it has one (else null).
-// GUMIs that did not come read as zero.
+// A GUMI that did not wholly come reads as zero.
 [[nodiscard]] int getFileGUMIResponse(rtosConnection* pRtosConn, const char* pDirName,
                                       const char* pFileName, void* pRespBuf,
                                       const db_item_record** ppInfo, const db_gumi** ppGUMI,

@@ -30,8 +30,8 @@ class TextBuffer {
     [[nodiscard]] bool allocate(TextBufferKind kind);
     void release();
 
-    // Appends all parts, or none of them when the text would pass its limit; it is then empty. The
-    // text always ends with a zero.
+    // Appends all parts, or none of them when the text would pass its limit; it is then empty.
+    // Behind the text stands a zero.
     template <typename... Parts>
     void append(const Parts&... parts) {
         const size_t room = mLimit - mLength;
@@ -48,7 +48,10 @@ class TextBuffer {
         mLength = static_cast<size_t>(end - mText);
     }
 
-    void clear() { mLength = 0; }
+    void clear() {
+        mLength = 0;
+        mText[0] = '\0';
+    }
 
     // Valid until the text changes.
     [[nodiscard]] std::string_view text() const { return {mText, mLength}; }

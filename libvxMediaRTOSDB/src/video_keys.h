@@ -1,4 +1,4 @@
-// What the responses about videos share.
+// Parts of a video's JSON that more than one response has.
 #pragma once
 
 #include <cstdint>
@@ -6,11 +6,12 @@
 #include "libvxMediaRTOSDB/src/db_item_record.h"
 #include "libvxMediaRTOSDB/src/key_writer.h"
 
-// A video record is followed by all of its highlights; per-file metadata lists no more than these.
+// Per-file metadata lists no more highlights than these.
 constexpr uint32_t kMaxListedHighlights = 99;
 
-// Writes "ls", which is -1 for a video that has none.
+// Writes "ls", which is -1 for a video that has none: for lists and per-file metadata.
 void writeLs(KeyWriter& keys, const db_video_specific_info& video);
 
-// Adds the highlights that lie right behind the record, at most kMaxListedHighlights.
+// Adds the highlights that lie right behind the record, at most kMaxListedHighlights: for per-file
+// metadata.
 void addHighlights(JoinedText& values, const db_video_specific_info& video);

@@ -153,8 +153,8 @@ struct Received {
     int gumiStatus(Outputs& out) const {
         if (!part(&out.gumi, 96, 16))
             out.gumi = {};
-        if (word(56) & 1)
-            std::memcpy(&out.parent, &bytes[112], 16);
+        if ((word(56) & 1) && !part(&out.parent, 112, 16))
+            out.parent = {};
         return itemStatus(out);
     }
     int writeStatus(Outputs&) const { return status(); }

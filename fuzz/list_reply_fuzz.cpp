@@ -1,22 +1,23 @@
-// Any replies of the database, to both list producers. The input is a row of replies: one byte that
-// says how many items the reply claims (above 127: it has no valid header), one that gives its
-// length in 8 bytes, then its bytes.
+// Any replies of the database, to each producer that asks it. The input is a row of replies: one
+// byte that says how many items the reply claims (above 127: it has no valid header), one that
+// gives its length in 8 bytes, then its bytes.
 #include "fuzz/checked_response.h"
 #include "libvxMediaRTOSDB/src/media_list.h"
+#include "libvxMediaRTOSDB/src/media_metadata.h"
 
 using namespace scripted;
-
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    makeCard();
-    return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (size < 1)
         return 0;
     const Bytes input(data, data + size);
     const uint32_t listOptions = input[0];
-    for (const bool paged : {false, true}) {
+    const std::function<int()> producers[] = {
+        [] { return generateMediaList(nullptr, "fields=n,g,hi,gumi,s,dur,ao"); },
+        [=] { return dbGetPagedList(nullptr, 100, 10, 0, listOptions, 0, 0, nullptr); },
+        [] { return generateMetadata(nullptr, "t=v5info&p=100VMEDI/V0010001.MP4"); },
+    };
+    for (const auto& producer : producers) {
         size_t place = 1;
         reset();
         platform.answer = [&](const Bytes& request) {
@@ -36,12 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             place += 2 + length;
             return reply(message);
         };
-        checkResponse([&] {
-            if (paged)
-                (void)dbGetPagedList(nullptr, 100, 10, 0, listOptions, 0, 0, nullptr);
-            else
-                (void)generateMediaList(nullptr, "fields=n,g,hi,gumi,s,dur,ao");
-        });
+        checkResponse(producer);
     }
     return 0;
 }

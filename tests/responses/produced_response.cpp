@@ -3,10 +3,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <cstdio>
 #include <fstream>
 #include <new>
-#include <nlohmann/json.hpp>
 
 using namespace scripted;
 
@@ -24,23 +22,11 @@ Produced produce(const std::function<int()>& producer) {
     testing::internal::CaptureStdout();
     const int result = producer();
     const std::string text = testing::internal::GetCapturedStdout();
-
-    Produced produced = {result, 0, ""};
-    std::sscanf(text.c_str(), "HTTP/1.1 %d", &produced.status);
-    const std::string header = "HTTP/1.1 " + std::to_string(produced.status) +
-                               " \r\nContent-Type: application/json\r\n\r\n";
-    EXPECT_EQ(text.substr(0, header.size()), header);
-    if (text.size() > header.size()) {
-        EXPECT_TRUE(text.ends_with("\r\n"));
-        produced.body = text.substr(header.size(), text.size() - header.size() - 2);
-        std::string parsed = produced.body;  // its bytes above ASCII stand for themselves
-        for (char& c : parsed)
-            c = static_cast<unsigned char>(c) < 0x80 ? c : '?';
-        EXPECT_TRUE(nlohmann::json::accept(parsed)) << parsed;
-    }
-    EXPECT_EQ(result, produced.status == 200 ? 0 : -1);
+    const auto produced = takeApart(text);
+    EXPECT_TRUE(produced) << text;
+    EXPECT_EQ(result, produced && produced->status == 200 ? 0 : -1);
     EXPECT_EQ(platform.opened, platform.closed);
-    return produced;
+    return produced.value_or(Produced());
 }
 
 void resetWithCard() {

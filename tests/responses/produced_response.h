@@ -1,22 +1,15 @@
-// What a response producer prints, taken apart and checked for its form.
+// Runs a response producer and checks the form of what it prints.
 #pragma once
 
 #include <functional>
-#include <string>
 
 #include "libvxMediaRTOSDB/src/db_responses.h"
 #include "tests/support/db_replies.h"
+#include "tests/support/produced.h"
 
 constexpr const char* kCardFolder = "/tmp/fuse_d";
 
-struct Produced {
-    int result;
-    int status;
-    std::string body;  // without the line end that closes it
-};
-
-// Runs a producer and checks that it prints one header and, if anything behind it, one line that is
-// JSON; that its result fits the status; and that it closes each connection it opens.
+// Also checks that its result fits the status and that it closes each connection it opens.
 Produced produce(const std::function<int()>& producer);
 
 // Starts a test: no script, and a card with the identity 12345.

@@ -6,28 +6,39 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 #include "vtl/chain.h"
 #include "vtl/dict.h"
+#include "vtl/list.h"
 #include "vtl/memory.h"
+#include "vtl/scalars.h"
 #include "vtl/stack.h"
-#include "vtl/value.h"
+#include "vtl/string.h"
 
 /// Makes the calls in order; each must give the result.
 #define EXPECT_EACH(result, ...) \
     EXPECT_THAT((std::vector<int>{__VA_ARGS__}), testing::Each(result)) << #__VA_ARGS__
 
+/// Stacks let go of their elements: they, and those in a list, are cleared first.
 struct EndValue {
     void operator()(vtl_value* value) const {
-        vtl_stack_clear(value);  // a stack lets go of its elements; on others this does nothing
+        vtl_stack_clear(value);
+        vtl_value* element = nullptr;
+        for (int i = 0; vtl_list_get_element(value, i, &element) == 0; ++i) {
+            vtl_stack_clear(element);
+        }
         if (vtl_destroy(value) != 0) {
             vtl_free(value);  // a record without a type
         }
     }
 };
-using Value = std::unique_ptr<vtl_value, EndValue>;
+
+/// Ends with its scope and is passed as the pointer that it holds.
+struct Value : std::unique_ptr<vtl_value, EndValue> {
+    using std::unique_ptr<vtl_value, EndValue>::unique_ptr;
+    operator vtl_value*() const { return get(); }
+};
 
 /// "[1 two]" for a list or stack, "{key=1}" for a dict, the text of a scalar, "-" for none.
 inline std::string shown(const vtl_value* value) {
@@ -48,29 +59,20 @@ inline std::string shown(const vtl_value* value) {
 }
 
 /// What a call answers and prints.
-template <typename... Arguments>
-std::string printed(int (*call)(Arguments...), std::type_identity_t<Arguments>... arguments) {
+template <typename Call>
+std::string printed(Call call, vtl_value* value) {
     testing::internal::CaptureStdout();
-    const int result = call(arguments...);
+    const int result = call(value);
     return std::to_string(result) + " " + testing::internal::GetCapturedStdout();
 }
 
 /// While it lives, the library's memory is counted and can be told to fail.
-class WatchedMemory {
-  public:
-    WatchedMemory() {
-        sLive = 0;
-        sUntilFailure = -1;
-        vtl_mem_set_interface(&kInterface);
-    }
-    ~WatchedMemory() { vtl_mem_ifc_active = mBefore; }
+struct WatchedMemory {
+    inline static int sLive = 0;  // blocks that are not released
 
-    /// The allocation after this many further ones fails, and only that one; -1: none.
-    static void failAfter(int allocations) { sUntilFailure = allocations; }
-    static bool failed() { return sUntilFailure < 0; }
-    static int live() { return sLive; }
+    /// The allocation after this many further ones fails, and only that one; below 0: none.
+    inline static int sUntilFailure = -1;
 
-  private:
     static void* allocate(size_t size) {
         if (sUntilFailure-- == 0) {
             return nullptr;
@@ -82,9 +84,13 @@ class WatchedMemory {
         sLive -= block != nullptr ? 1 : 0;
         std::free(block);
     }
-
     static constexpr vtl_mem_interface kInterface = {allocate, release, std::calloc, std::realloc};
-    static inline int sLive = 0;
-    static inline int sUntilFailure = -1;
+
     const vtl_mem_interface* mBefore = vtl_mem_ifc_active;
+
+    WatchedMemory() {
+        sUntilFailure = -1;
+        vtl_mem_set_interface(&kInterface);
+    }
+    ~WatchedMemory() { vtl_mem_ifc_active = mBefore; }
 };

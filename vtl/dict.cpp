@@ -46,11 +46,14 @@ vtl_chain_node* find(const vtl_value* dict, unsigned keyType, const char* key) {
         return nullptr;
     }
     vtl_chain_node* node = vtl_chain_head(entriesOf(dict));
-    while (node != nullptr && entryOf(node) != nullptr && entryOf(node)->key != nullptr) {
-        if (hasText(entryOf(node)->key, key)) {
+    for (; node != nullptr; node = node->next) {
+        const vtl_dict_entry* entry = entryOf(node);
+        if (entry == nullptr || entry->key == nullptr) {
+            return nullptr;
+        }
+        if (hasText(entry->key, key)) {
             return node;
         }
-        node = node->next;
     }
     return nullptr;
 }

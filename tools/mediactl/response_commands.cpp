@@ -35,16 +35,20 @@ struct QueryOptions {
     bool pretty = false;
 };
 
-// Runs a producer and takes what it prints on standard output.
-std::string printedBy(const std::function<int()>& producer) {
+// Runs a producer and takes what it prints on standard output; nothing when that cannot be taken.
+std::optional<std::string> printedBy(const std::function<int()>& producer) {
     std::fflush(stdout);
-    const std::unique_ptr<FILE, int (*)(FILE*)> file(std::tmpfile(), std::fclose);
     const int console = dup(STDOUT_FILENO);
-    if (!file || console < 0 || dup2(fileno(file.get()), STDOUT_FILENO) < 0)
-        return "";
-    (void)producer();
-    dup2(console, STDOUT_FILENO);
-    close(console);
+    const std::unique_ptr<FILE, int (*)(FILE*)> file(std::tmpfile(), std::fclose);
+    const bool redirected = file && console >= 0 && dup2(fileno(file.get()), STDOUT_FILENO) >= 0;
+    if (redirected) {
+        (void)producer();
+        dup2(console, STDOUT_FILENO);
+    }
+    if (console >= 0)
+        close(console);
+    if (!redirected)
+        return std::nullopt;
 
     std::string text;
     char part[4096];
@@ -65,7 +69,10 @@ void printBody(const std::string& body, bool pretty) {
 
 // Prints the response, or its body alone as one line of JSON or indented.
 int printResponse(bool json, bool pretty, const std::function<int()>& producer) {
-    const std::string response = printedBy(producer);
+    const auto printed = printedBy(producer);
+    if (!printed)
+        return fail("cannot take the response from standard output: %m");
+    const std::string& response = *printed;
     const size_t start = response.find("HTTP/1.1 ");
     const size_t header = response.find("\r\n\r\n", start);
     if (start == std::string::npos || header == std::string::npos) {

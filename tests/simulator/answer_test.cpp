@@ -3,17 +3,11 @@
 
 #include <gmock/gmock.h>
 
-#include <set>
-
 #include "libvxMediaRTOSDB/src/directory_scan.h"
-#include "libvxMediaRTOSDB/src/file_queries.h"
 #include "libvxMediaRTOSDB/src/item_reader.h"
 #include "libvxMediaRTOSDB/src/list_query.h"
 #include "libvxMediaRTOSDB/src/member_mask.h"
 #include "libvxMediaRTOSDB/src/name_fields.h"
-#include "libvxMediaRTOSDB/src/zep_queries.h"
-#include "platform/csi.h"
-#include "platform/host/settings_service.h"
 #include "simulator/card.h"
 #include "tests/simulator/sample_card.h"
 #include "tests/support/channel_thread.h"
@@ -97,10 +91,6 @@ class SimulatedDatabase : public testing::Test {
     ChannelThread mServer{"rtos_media_db", [this](Request request) {
                               return host::Reply{.messages = answer(mDatabase, request)};
                           }};
-    ChannelThread mSettings{host::kSettingsChannel, [](Request request) {
-                                return host::Reply{.messages = {host::answerSettingRequest(
-                                                       {{CSI_MODEL_NUMBER, 51}}, request)}};
-                            }};
 };
 
 TEST_F(SimulatedDatabase, listsByKindPageByPage) {
@@ -132,72 +122,6 @@ TEST_F(SimulatedDatabase, listsByKindPageByPage) {
     EXPECT_EQ(list(15, 0xF, 0).size(), 1u) << "the largest item fits";
 }
 
-TEST_F(SimulatedDatabase, namesEveryFileOfTheCardOnce) {
-    struct Walk {
-        std::multiset<std::filesystem::path> files;
-        std::map<std::string, std::pair<uint32_t, uint64_t>> items;  // seconds and bytes
-    } walk;
-    const auto item = [](void* context, zep_item_s* found) {
-        static_cast<Walk*>(context)->items[found->file_name] = {found->duration_s,
-                                                                found->size_bytes};
-    };
-    const auto file = [](void* context, char* directory, char* name) {
-        static_cast<Walk*>(context)->files.insert(std::filesystem::path(directory) / name);
-    };
-    uint32_t session = 0;
-    EXPECT_EQ(dbGetZEPItems(15, 0, this, item, &walk, file, &walk, &session, nullptr), 12);
-    EXPECT_EQ(dbGetZEPSessionFileList(15, 0, this, item, &walk, file, &walk, &session, nullptr), 1);
-    EXPECT_EQ(session, 7u);
-    std::multiset<std::filesystem::path> card;
-    const std::filesystem::path dcim = sampleCard() + "/DCIM";
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(dcim)) {
-        if (entry.is_regular_file()) {
-            card.insert(entry.path().lexically_relative(dcim));
-        }
-    }
-    EXPECT_EQ(walk.files, card);
-    EXPECT_EQ(walk.items["VXMF0004.MP4"], std::pair(1216u, uint64_t{9000} << 20));
-    EXPECT_EQ(walk.items["VHAA0001.MP4"], std::pair(120u, uint64_t{600} << 20));
-    EXPECT_EQ(walk.items["VXMF0003.MP4"], std::pair(62u, uint64_t{310} << 20));
-}
-
-TEST_F(SimulatedDatabase, answersAboutOneFile) {
-    constexpr char kClip[] = "100VXCAMVXMF0005.MP4";
-    constexpr char kBurst[] = "100VXCAMV0010001.JPG";
-    db_item_record item{};
-    EXPECT_EQ(getContentInfo(kClip, &item), 0);
-    EXPECT_EQ(itemScore(item), 95u);
-    EXPECT_LT(getContentInfo("100VXCAMVXMF9999.MP4", &item), 0);
-
-    db_group_info group{};
-    uint8_t mask[kMemberMaskSize] = {};
-    uint8_t highlighted[kMemberMaskSize] = {};
-    EXPECT_EQ(getGroupContentInfo(kBurst, &group, &item, mask, highlighted), 0);
-    EXPECT_EQ(mask[0], 0b11101111);
-    EXPECT_EQ(highlighted[0], 0b10111101);
-    EXPECT_LT(getGroupContentInfo(kClip, &group, &item, mask, highlighted), 0);
-
-    db_video_specific_info video{};
-    uint32_t highlights[4] = {};
-    EXPECT_EQ(getVideoSpecificInfo("100VXCAMVX020004.MP4", &video, &item, highlights, 4), 0);
-    EXPECT_EQ(highlights[1], 500000u);
-    EXPECT_LT(getVideoSpecificInfo(kBurst, &video, &item, highlights, 4), 0);
-
-    db_gumi gumi{};
-    db_gumi parent{};
-    char name[21] = {};
-    EXPECT_EQ(getFileGUMI(kClip, &gumi, &parent), 0);
-    EXPECT_EQ(parent.bytes[15], 3);
-    EXPECT_EQ(getContentInfoByGUMI(&gumi, name), 0);
-    EXPECT_EQ(std::string_view(name, 20), kClip);
-    EXPECT_EQ(getFileGUMI(kBurst, &gumi, &parent), 0);
-    EXPECT_LT(getContentInfoByGUMI(&gumi, name), 0) << "an unknown GUMI is nobody's";
-
-    db_more_info more{};
-    EXPECT_EQ(getMoreInfo("100VXCAMVXMF0003.MP4", &more), 0);
-    EXPECT_EQ(more.frame_rate_numerator, 60000u);
-}
-
 TEST_F(SimulatedDatabase, scansDirectoriesInSeveralMessages) {
     std::vector<simulator::CardFile> files;
     for (int i = 1000; i < 1200; ++i) {
@@ -212,24 +136,6 @@ TEST_F(SimulatedDatabase, scansDirectoriesInSeveralMessages) {
         EXPECT_EQ(count, wanted);
     }
     EXPECT_STREQ(entries[199].file_name, "FILE1199.TXT");
-}
-
-TEST_F(SimulatedDatabase, countsInTheHistogramWhatIsNotUploaded) {
-    const auto histogram = [this] {
-        std::vector<uint32_t> buckets(kHistogramBuckets);
-        EXPECT_EQ(dbGetMediaHistogram(this, nullptr, buckets.data()), 0);
-        buckets.resize(13);
-        return buckets;
-    };
-    EXPECT_THAT(histogram(), ElementsAre(2, 1, 1, 0, 2, 1, 3, 0, 0, 1, 0, 0, 1));
-    for (const auto& [file, status] : {std::pair{"VXMF0003.MP4", 2u},
-                                       {"VXMF0006.MP4", 0u},
-                                       {"VX020004.MP4", 1u},
-                                       {"VXMF0099.MP4", 1u}}) {
-        EXPECT_EQ(dbSetZEPUploadStatus("100VXCAM", file, status, this), 0);
-    }
-    EXPECT_THAT(histogram(), ElementsAre(1, 1, 1, 1, 2, 1, 3, 0, 0, 1, 0, 0, 1))
-        << "a member's status is not its item's";
 }
 
 db_request_header header(uint32_t command, uint32_t count = 1) {

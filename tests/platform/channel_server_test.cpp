@@ -1,18 +1,13 @@
 #include "platform/host/channel_server.h"
 
 #include <gmock/gmock.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
 
-#include <algorithm>
-#include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <list>
 
-#include "platform/host/channel_address.h"
-#include "platform/host/message_socket.h"
-#include "platform/host/stop_signals.h"
-#include "platform/vxipc.h"
+#include "tests/platform/client.h"
 #include "tests/support/channel_thread.h"
 
 namespace {
@@ -24,13 +19,6 @@ const std::string kSocket = std::string(host::kChannelFolder) + "/" + kChannel;
 
 host::Reply echo(std::span<const std::byte> request) {
     return {.messages = {{request.begin(), request.end()}}};
-}
-
-// Sends a byte and gives the one that comes back, or -1.
-int ask(vxIpcEndpoint& endpoint, unsigned char byte) {
-    const bool answered =
-        vxIpcSend(&endpoint, &byte, 1) >= 0 && vxIpcReceive(&endpoint, &byte, 1) == 1;
-    return answered ? byte : -1;
 }
 
 TEST(ChannelServer, takesTheChannelOnlyWhenNobodyServesIt) {
@@ -54,14 +42,8 @@ TEST(ChannelServer, takesTheChannelOnlyWhenNobodyServesIt) {
         EXPECT_TRUE(fs::exists(kSocket)) << "the live server's socket stays";
     }
     EXPECT_FALSE(fs::exists(kSocket)) << "removed at the end";
-
-    const auto address = *host::channelAddress(kChannel);
-    {
-        const host::UniqueFd dead = host::openMessageSocket();
-        const auto* place = reinterpret_cast<const sockaddr*>(&address);
-        ASSERT_EQ(bind(dead.get(), place, sizeof(address)), 0);
-        fs::permissions(kSocket, fs::perms(0600));
-    }
+    (void)bindSocket(kChannel);
+    fs::permissions(kSocket, fs::perms(0600));
     EXPECT_TRUE(opens()) << "stale";
 
     std::ofstream(kSocket) << "a file";
@@ -76,55 +58,20 @@ TEST(ChannelServer, takesTheChannelOnlyWhenNobodyServesIt) {
 TEST(ChannelServer, servesManyConnectionsWhoeverReadsSlowly) {
     constexpr size_t kFlood = 400;
     const ChannelThread server(kChannel, [](std::span<const std::byte> request) {
-        const size_t messages = request[0] == std::byte{0} ? kFlood : 1;
-        return host::Reply{
-            .messages = std::vector<host::Message>(messages, {request.begin(), request.end()})};
+        const host::Message message(request.begin(), request.end());
+        return host::Reply{.messages = {request.empty() ? kFlood : 1, message}};
     });
-    vxIpcEndpoint slow{};
-    ASSERT_GE(vxIpcInit(kChannel, &slow), 0);
-    ASSERT_EQ(ask(slow, 0), 0);
-
-    std::vector<vxIpcEndpoint> others(100);
-    for (auto& endpoint : others) {
-        ASSERT_GE(vxIpcInit(kChannel, &endpoint), 0);
+    Client slow(kChannel);
+    ASSERT_EQ(slow.exchange(""), "");
+    std::list<Client> others;
+    for (int i = 0; i < 200; ++i) {
+        Client& other = i < 100 ? others.emplace_back(kChannel) : others.front();
+        EXPECT_EQ(other.exchange(std::to_string(i)), std::to_string(i));
+        others.splice(others.end(), others, others.begin());
     }
-    for (int round = 0; round < 2; ++round) {
-        for (size_t i = 1; i <= others.size(); ++i) {
-            EXPECT_EQ(ask(others[i - 1], static_cast<unsigned char>(i)), static_cast<int>(i));
-        }
-    }
-    std::ranges::for_each(others, [](vxIpcEndpoint& endpoint) { vxIpcDestroy(&endpoint); });
-    char byte = 1;
     for (size_t received = 1; received < kFlood; ++received) {
-        ASSERT_EQ(vxIpcReceive(&slow, &byte, 1), 1) << received;
+        ASSERT_EQ(slow.receive(), 0) << received;
     }
-    vxIpcDestroy(&slow);
-}
-
-TEST(ChannelServer, servesSeveralChannelsUntilASignalComes) {
-    const host::UniqueFd stop = host::openStopSignals();
-    std::thread serving([&] {
-        host::ChannelServer server;
-        server.open("one", echo);
-        server.open("two", [](std::span<const std::byte>) {
-            return host::Reply{.messages = {{std::byte{2}}}};
-        });
-        server.run(stop.get());
-    });
-    const auto askOn = [](const char* channel) {
-        vxIpcEndpoint endpoint{};
-        while (vxIpcInit(channel, &endpoint) < 0) {
-            std::this_thread::yield();
-        }
-        const int answer = ask(endpoint, 1);
-        vxIpcDestroy(&endpoint);
-        return answer;
-    };
-    EXPECT_EQ(askOn("one"), 1);
-    EXPECT_EQ(askOn("two"), 2);
-    kill(getpid(), SIGTERM);
-    serving.join();
-    EXPECT_TRUE(fs::is_empty(host::kChannelFolder));
 }
 
 }  // namespace

@@ -2,17 +2,14 @@
 
 #include <gmock/gmock.h>
 #include <sys/socket.h>
-#include <sys/time.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <map>
-#include <string>
 
-#include "platform/host/channel_address.h"
-#include "platform/host/message_socket.h"
+#include "tests/platform/client.h"
 #include "tests/support/channel_thread.h"
 
 namespace {
@@ -45,26 +42,9 @@ host::Reply obey(std::span<const std::byte> request) {
     return reply != kReplies.end() ? reply->second : host::Reply{.messages = {message(order)}};
 }
 
-class VxIpc : public testing::Test {
-  protected:
-    void SetUp() override { ASSERT_GE(vxIpcInit(kChannel, &mEndpoint), 0); }
-    void TearDown() override { vxIpcDestroy(&mEndpoint); }
-
-    int send(std::string_view order) {
-        return vxIpcSend(&mEndpoint, order.data(), static_cast<int>(order.size()));
-    }
-    int receive() { return vxIpcReceive(&mEndpoint, mBuffer, sizeof(mBuffer)); }
-    std::string exchange(std::string_view order) {
-        if (send(order) < 0) {
-            return "send failed";
-        }
-        const int length = receive();
-        return length < 0 ? "receive failed" : std::string(mBuffer, static_cast<size_t>(length));
-    }
-
-    ChannelThread mServer{kChannel, obey};
-    vxIpcEndpoint mEndpoint{};
-    char mBuffer[VX_IPC_MESSAGE_MAX];
+struct VxIpc : testing::Test {
+    ChannelThread server{kChannel, obey};
+    Client client{kChannel};
 };
 
 TEST_F(VxIpc, receivesOneWholeMessageOrFails) {
@@ -78,102 +58,84 @@ TEST_F(VxIpc, receivesOneWholeMessageOrFails) {
         {"close", -ECONNRESET},
     };
     for (const auto& [order, result] : cases) {
-        SCOPED_TRACE(order);
-        const auto start = Clock::now();
-        ASSERT_GE(send(order), 0);
-        EXPECT_EQ(receive(), result);
-        EXPECT_GE(Clock::now() - start, result == -ETIMEDOUT ? 1000ms : 0ms);
+        ASSERT_GE(client.send(order), 0) << order;
+        EXPECT_EQ(client.receive(), result) << order;
     }
-    EXPECT_EQ(receive(), -ECONNRESET) << "a closed peer is no message of no bytes";
-    EXPECT_EQ(exchange("after all that"), "after all that");
+    EXPECT_EQ(client.receive(), -ECONNRESET) << "a closed peer is no message of no bytes";
+    EXPECT_EQ(client.exchange("after all that"), "after all that");
 }
 
 TEST_F(VxIpc, aLateReplyNeverAnswersALaterRequest) {
-    EXPECT_EQ(exchange("late"), "receive failed");
-    EXPECT_EQ(exchange("under way"), "under way");
+    EXPECT_EQ(client.exchange("late"), "receive failed");
+    EXPECT_EQ(client.exchange("under way"), "under way");
 
-    EXPECT_EQ(exchange("late"), "receive failed");
+    EXPECT_EQ(client.exchange("late"), "receive failed");
     std::this_thread::sleep_for(400ms);
-    EXPECT_EQ(exchange("arrived"), "arrived");
+    EXPECT_EQ(client.exchange("arrived"), "arrived");
 
-    EXPECT_EQ(exchange("two"), "first");
-    EXPECT_EQ(receive(), 6) << "the second message of the same reply";
-    EXPECT_EQ(exchange("two"), "first");
+    EXPECT_EQ(client.exchange("two"), "first");
+    EXPECT_EQ(client.receive(), 6) << "the second message of the same reply";
+    EXPECT_EQ(client.exchange("two"), "first");
     std::this_thread::sleep_for(50ms);
-    EXPECT_EQ(exchange("left over"), "left over");
+    EXPECT_EQ(client.exchange("left over"), "left over");
 
-    EXPECT_EQ(send("slow"), 0);
-    EXPECT_EQ(exchange("never asked for"), "never asked for");
+    EXPECT_EQ(client.send("slow"), 0);
+    EXPECT_EQ(client.exchange("never asked for"), "never asked for");
 }
 
 TEST_F(VxIpc, signalsNeitherEndNorProlongAReceive) {
-    struct sigaction action {};
-    action.sa_handler = [](int) {};
-    sigaction(SIGALRM, &action, nullptr);
-    const itimerval often{{0, 30'000}, {0, 30'000}};
-    setitimer(ITIMER_REAL, &often, nullptr);
-    EXPECT_EQ(exchange("slow"), "slow");
+    signal(SIGALRM, [](int) {});
+    ualarm(30'000, 30'000);
+    EXPECT_EQ(client.exchange("slow"), "slow");
     const auto start = Clock::now();
-    EXPECT_EQ(exchange("nothing"), "receive failed");
+    EXPECT_EQ(client.exchange("nothing"), "receive failed");
     const auto took = Clock::now() - start;
-    const itimerval never{};
-    setitimer(ITIMER_REAL, &never, nullptr);
-    EXPECT_GE(took, 1000ms);
-    EXPECT_LT(took, 1800ms);
+    ualarm(0, 0);
+    EXPECT_TRUE(took >= 1000ms && took < 1800ms) << took.count();
 }
 
 TEST_F(VxIpc, refusesWhatIsNoMessage) {
-    EXPECT_LT(vxIpcSend(&mEndpoint, mBuffer, -1), 0);
-    EXPECT_LT(vxIpcSend(&mEndpoint, mBuffer, VX_IPC_MESSAGE_MAX + 1), 0);
-    EXPECT_LT(vxIpcSend(&mEndpoint, nullptr, 1), 0);
-    EXPECT_LT(vxIpcReceive(&mEndpoint, mBuffer, -1), 0);
-    vxIpcDestroy(&mEndpoint);
-    EXPECT_LT(send("released"), 0);
-    EXPECT_LT(receive(), 0);
-    vxIpcDestroy(&mEndpoint);
+    EXPECT_LT(vxIpcSend(&client.endpoint, client.buffer, -1), 0);
+    EXPECT_LT(vxIpcSend(&client.endpoint, client.buffer, VX_IPC_MESSAGE_MAX + 1), 0);
+    EXPECT_LT(vxIpcSend(&client.endpoint, nullptr, 1), 0);
+    EXPECT_LT(vxIpcReceive(&client.endpoint, client.buffer, -1), 0);
+    vxIpcDestroy(&client.endpoint);
+    EXPECT_LT(client.send("released"), 0);
+    EXPECT_LT(client.receive(), 0);
 }
 
 TEST_F(VxIpc, trustsOnlyRootAndItsOwnUser) {
-    const auto address = *host::channelAddress("foreign");
-    const host::UniqueFd foreign = host::openMessageSocket();
-    ASSERT_EQ(bind(foreign.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+    const host::UniqueFd foreign = bindSocket("foreign");
     if (seteuid(1) != 0) {
         GTEST_SKIP() << "no second user here";
     }
     const int listening = listen(foreign.get(), 1);
     ASSERT_EQ(seteuid(0), 0);
     ASSERT_EQ(listening, 0);
-    vxIpcEndpoint endpoint{};
-    EXPECT_EQ(vxIpcInit("foreign", &endpoint), -EACCES);
-    EXPECT_EQ(std::ranges::count(endpoint.opaque, 0u), std::ssize(endpoint.opaque));
+    const Client other("foreign");
+    EXPECT_EQ(other.opened, -EACCES);
+    EXPECT_THAT(other.endpoint.opaque, testing::Each(0u));
 }
 
 TEST(VxIpcWithoutServer, failsAndGoesOnWithTheNextServer) {
-    vxIpcEndpoint endpoint{};
-    EXPECT_LT(vxIpcInit(kChannel, &endpoint), 0);
-    char byte = 'x';
-    {
-        const ChannelThread server(kChannel, obey);
-        ASSERT_GE(vxIpcInit(kChannel, &endpoint), 0);
-    }
-    EXPECT_LT(vxIpcSend(&endpoint, &byte, 1), 0);
-    EXPECT_LT(vxIpcReceive(&endpoint, &byte, 1), 0);
-    EXPECT_LT(vxIpcSend(&endpoint, &byte, 1), 0);
-    const ChannelThread next(kChannel, obey);
-    EXPECT_GE(vxIpcSend(&endpoint, &byte, 1), 0);
-    EXPECT_EQ(vxIpcReceive(&endpoint, &byte, 1), 1);
-    vxIpcDestroy(&endpoint);
+    EXPECT_LT(Client(kChannel).opened, 0);
+    std::optional<ChannelThread> server(std::in_place, kChannel, obey);
+    Client client(kChannel);
+    server.reset();
+    EXPECT_LT(client.send("x"), 0);
+    EXPECT_LT(client.receive(), 0);
+    EXPECT_LT(client.send("x"), 0);
+    server.emplace(kChannel, obey);
+    EXPECT_EQ(client.exchange("x"), "x");
 }
 
 TEST(VxIpcNames, nameOneSocketBelowTheFolder) {
     const std::string longest(host::kChannelNameMax, 'n');
     const ChannelThread server(longest, obey);
-    vxIpcEndpoint endpoint{};
-    EXPECT_GE(vxIpcInit(longest.c_str(), &endpoint), 0);
-    vxIpcDestroy(&endpoint);
+    EXPECT_EQ(Client(longest).opened, 0);
     for (const std::string& name : {std::string(), longest + "n", std::string(300, 'n'),
                                     "../vxipc/" + longest, std::string("a/b"), std::string(".")}) {
-        EXPECT_LT(vxIpcInit(name.c_str(), &endpoint), 0) << name;
+        EXPECT_LT(Client(name).opened, 0) << name;
         EXPECT_THROW(ChannelThread(name, obey), std::runtime_error) << name;
     }
 }

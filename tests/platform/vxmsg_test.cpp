@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <string>
 
 #include "platform/host/vxmsg_decode.h"
 
@@ -34,24 +33,19 @@ vxmsg_builder build(uint32_t capacity) {
     return builder;
 }
 
-TEST(Vxmsg, theEventIsTheseBytes) {
-    const vxmsg_builder event = build(VXMSG_DATA_SIZE);
-    EXPECT_EQ(Bytes(event.data, event.data + event.length), kEvent);
-}
-
-TEST(Vxmsg, whatDoesNotFitAddsNothing) {
+TEST(Vxmsg, theEventIsTheseBytesAsFarAsTheyFit) {
     for (uint32_t capacity = 0; capacity <= kEvent.size(); ++capacity) {
-        SCOPED_TRACE(capacity);
         const vxmsg_builder event = build(capacity);
         uint32_t expected = capacity < 14 ? 0 : 14;
         for (const uint32_t element : {11u, 11u, 4u}) {
             expected += expected > 0 && expected + element <= capacity ? element : 0;
         }
-        EXPECT_EQ(event.length, expected);
-        EXPECT_TRUE(std::all_of(event.data + expected, std::end(event.data),
-                                [](unsigned char byte) { return byte == 0xAA; }));
+        EXPECT_EQ(event.length, expected) << capacity;
+        EXPECT_THAT(std::span(event.data).subspan(expected), testing::Each(0xAA)) << capacity;
         EXPECT_EQ(host::decodeVxmsg({event.data, event.length}).has_value(), expected != 0);
     }
+    const vxmsg_builder event = build(VXMSG_DATA_SIZE);
+    EXPECT_EQ(Bytes(event.data, event.data + event.length), kEvent);
 }
 
 TEST(Vxmsg, noLengthOverflows) {
@@ -69,18 +63,6 @@ TEST(Vxmsg, noLengthOverflows) {
 }
 
 TEST(VxmsgDecode, takesExactlyOneWholeMessage) {
-    const auto message = host::decodeVxmsg(kEvent);
-    ASSERT_TRUE(message);
-    EXPECT_EQ(message->type, "EV");
-    EXPECT_EQ(message->id, 24u);
-    EXPECT_THAT(message->payload, testing::ElementsAre(24, 0, 0, 0));
-    ASSERT_EQ(message->elements.size(), 3u);
-    EXPECT_EQ(message->elements[0].tag, 0x44);
-    EXPECT_EQ(message->elements[1].kind, host::VxmsgElementKind::kBinary);
-    EXPECT_EQ(std::string(message->elements[1].value.begin(), message->elements[1].value.end()),
-              "/to_wom");
-    EXPECT_TRUE(message->elements[2].value.empty());
-
     for (size_t length = 0; length <= kEvent.size() + 1; ++length) {
         Bytes cut = kEvent;
         cut.resize(length);

@@ -1,0 +1,43 @@
+// A client of a channel, with requests and replies as text.
+#pragma once
+
+#include <sys/socket.h>
+
+#include <string>
+#include <string_view>
+
+#include "platform/host/channel_address.h"
+#include "platform/host/message_socket.h"
+#include "platform/vxipc.h"
+
+struct Client {
+    explicit Client(const std::string& channel) : opened(vxIpcInit(channel.c_str(), &endpoint)) {}
+    ~Client() { vxIpcDestroy(&endpoint); }
+    Client(const Client&) = delete;
+    Client& operator=(const Client&) = delete;
+
+    int send(std::string_view request) {
+        return vxIpcSend(&endpoint, request.data(), static_cast<int>(request.size()));
+    }
+    int receive() { return vxIpcReceive(&endpoint, buffer, sizeof(buffer)); }
+
+    // Returns the reply, or what failed.
+    std::string exchange(std::string_view request) {
+        const int sent = send(request);
+        const int length = sent < 0 ? sent : receive();
+        return length >= 0 ? std::string(buffer, static_cast<size_t>(length))
+                           : (sent < 0 ? "send failed" : "receive failed");
+    }
+
+    vxIpcEndpoint endpoint{};
+    const int opened;
+    char buffer[VX_IPC_MESSAGE_MAX];
+};
+
+// A socket in the channel's place.
+inline host::UniqueFd bindSocket(std::string_view channel) {
+    host::UniqueFd bound = host::openMessageSocket();
+    const auto address = *host::channelAddress(channel);
+    bind(bound.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address));
+    return bound;
+}

@@ -1,7 +1,5 @@
 // The lists when the database fails, when its pages make no sense, and when their space ends.
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 
@@ -164,24 +162,6 @@ TEST(ListFaults, AnyWordOfAPageMayBeWrong) {
                 ASSERT_LE(platform.requests.size(), 1000u);
             }
         }
-    }
-}
-
-TEST(Producers, SurviveAStandardOutputThatIsFullOrClosed) {
-    for (const char* target : {"/dev/full", ""}) {
-        resetWithCard();
-        platform.answer = [](const Bytes& request) { return photos(300).answer(request); };
-        std::fflush(stdout);
-        const int saved = dup(STDOUT_FILENO);
-        close(STDOUT_FILENO);
-        const int opened = *target ? open(target, O_WRONLY) : -1;
-        const int result = list();
-        if (opened >= 0)
-            close(opened);
-        dup2(saved, STDOUT_FILENO);
-        close(saved);
-        clearerr(stdout);
-        EXPECT_EQ(result, 0);
     }
 }
 

@@ -1,14 +1,12 @@
 #include <gmock/gmock.h>
 
 #include "simulator/card.h"
-#include "simulator/input_error.h"
 #include "tests/simulator/sample_card.h"
 
 namespace {
 
 using simulator::loadCard;
 using simulator::MediaItem;
-using testing::HasSubstr;
 
 // An item as "DIRECTORY/LEADER type group first-last files".
 std::string summary(const MediaItem& item) {
@@ -78,54 +76,6 @@ TEST(Card, settingsTellWhatFilesCannot) {
     EXPECT_EQ(video.moreInfo.frame_rate_denominator, 1001u);
     EXPECT_EQ(database.findByGumi(video.gumi), &video);
     EXPECT_EQ(database.findByGumi(db_gumi{}), nullptr);
-}
-
-TEST(Card, saysWhereSettingsAreWrongAndWhy) {
-    const auto of = [](const std::string& file, const std::string& member) {
-        return "{\"files\": {\"100VXCAM/" + file + "\": {" + member + "}}}";
-    };
-    const auto ofFile = std::bind_front(of, "VXMF0001.MP4");
-    const auto ofBurst = std::bind_front(of, "V0010001.JPG");
-    std::string tooMany;
-    for (int i = 0; i < 300; ++i) {
-        tooMany += ", 1";
-    }
-    const struct {
-        std::string settings;
-        std::string place;
-        std::string reason;
-    } cases[] = {
-        {"{\n  \"files\": {,}}", "line 2, column 13", "unexpected"},
-        {"[]", "card.json: ", "must be an object"},
-        {R"({"model": 3})", "card.json: model: ", "is not known"},
-        {R"({"model_number": -1})", "model_number: ", "whole number from 0 to 4294967295"},
-        {R"({"files": {"100VXCAM/VXMF0002.MP4": {}}})", "VXMF0002.MP4\"]: ", "no item"},
-        {ofFile(R"("colour": 1)"), "files[\"100VXCAM/VXMF0001.MP4\"].colour: ", "is not known"},
-        {ofFile(R"("score": 128)"), ".score: ", "from 0 to 127"},
-        {ofFile(R"("score": 1.5)"), ".score: ", "whole number"},
-        {ofFile(R"("clip": 1)"), ".clip: ", "true or false"},
-        {ofFile(R"("flags": ["eis", "odd"])"), ".flags[1]: ", "is no flag"},
-        {ofFile(R"("gumi": "0x0102030405060708090a0B0C0D0E0F")"), ".gumi: ", "hexadecimal"},
-        {ofFile(R"("created": "yesterday")"), ".created: ", "UTC time"},
-        {ofFile(R"("content_type": 2)"), ".content_type: ", "does not fit"},
-        {ofFile(R"("missing": [1])"), ".missing: ", "groups only"},
-        {ofFile(R"("frame_rate": [30])"), ".frame_rate: ", "numerator"},
-        {ofFile("\"highlights\": [0" + tooMany + "]"), ".highlights: ", "at most 300"},
-        {ofBurst(R"("content_type": 4)"), ".content_type: ", "does not fit"},
-        {ofBurst(R"("highlights": [1, 1])"), ".highlights[1]: ", "once"},
-        {ofBurst(R"("missing": [1])"), ".missing[0]: ", "last file"},
-        {ofBurst(R"("missing": [9999])"), ".missing[0]: ", "too far"},
-        {ofBurst(R"("session": true)"), ".session: ", "group"},
-    };
-    for (const auto& [settings, place, reason] : cases) {
-        SCOPED_TRACE(settings);
-        const auto card = makeCard({"100VXCAM/VXMF0001.MP4", "100VXCAM/V0010001.JPG"}, settings);
-        EXPECT_THAT(
-            [&] { (void)loadCard(card); },
-            testing::ThrowsMessage<simulator::InputError>(testing::AllOf(
-                HasSubstr((card / "card.json").string()), HasSubstr(place), HasSubstr(reason))));
-    }
-    EXPECT_THROW((void)loadCard("/tmp"), simulator::InputError) << "no DCIM";
 }
 
 }  // namespace

@@ -9,21 +9,6 @@ namespace {
 using simulator::parseFault;
 using testing::HasSubstr;
 
-TEST(Fault, isReadOrRefusedWithAReason) {
-    EXPECT_EQ(parseFault("3:short=20").exchange, 3u);
-    EXPECT_EQ(parseFault("3:short=20").value, 20u);
-    EXPECT_EQ(parseFault("4294967295:refuse").exchange, 4294967295u);
-    const std::pair<const char*, const char*> cases[] = {
-        {"", "no fault"},           {"refused", "no fault"},  {"1:2:refuse", "no fault"},
-        {"short", "needs a value"}, {"refuse=1", "no value"}, {"0:refuse", "from 1"},
-        {"x:refuse", "no number"},  {"short=", "no number"},  {"delay=4294967296", "no number"},
-    };
-    for (const auto& [text, reason] : cases) {
-        EXPECT_THAT([wrong = text] { (void)parseFault(wrong); },
-                    testing::ThrowsMessage<std::invalid_argument>(HasSubstr(reason)));
-    }
-}
-
 TEST(Exchanges, happenAsTheFaultsSay) {
     db_histogram_request request{};
     request.header.command_type = DB_CMD_MEDIA_HISTOGRAM;
@@ -68,17 +53,6 @@ TEST(Exchanges, happenAsTheFaultsSay) {
             EXPECT_EQ(header.token, wanted.token);
         }
     }
-}
-
-TEST(Exchanges, countEachFaultOnItsOwnExchange) {
-    simulator::Database database;
-    simulator::Exchanges exchanges(
-        database, {parseFault("2:no-reply"), parseFault("3:refuse"), parseFault("3:no-reply")},
-        nullptr);
-    EXPECT_EQ(exchanges.next({}).messages.size(), 1u);
-    EXPECT_EQ(exchanges.next({}).messages.size(), 0u);
-    EXPECT_TRUE(exchanges.next({}).close);
-    EXPECT_EQ(exchanges.next({}).messages.size(), 1u);
 }
 
 }  // namespace

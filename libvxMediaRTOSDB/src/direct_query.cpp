@@ -78,9 +78,8 @@ int DirectExchange::finish(bool copied) {
         return -1;
     }
     mConnection.close();
-    const timeval elapsed = mElapsed.get();
-    UTIL_LOG(UTIL_LOG_DEBUG, "time %lu sec, %lu usec\n", static_cast<unsigned long>(elapsed.tv_sec),
-             static_cast<unsigned long>(elapsed.tv_usec));
+    const ElapsedTime::Reading time = mElapsed.read();
+    UTIL_LOG(UTIL_LOG_DEBUG, "time %lu sec, %lu usec\n", time.seconds, time.microseconds);
     return 0;
 }
 

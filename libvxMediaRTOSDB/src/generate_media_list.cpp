@@ -59,6 +59,8 @@ int generateMediaList(void* outputHandle, const char* query) {
     connection.close();
 
     printMediaDocument(status, {identity, settings.unsupported, groups.text(), ""});
-    logElapsed("generateMediaList", elapsed);
+    const ElapsedTime::Reading time = elapsed.read();
+    UTIL_LOG(UTIL_LOG_DEBUG, "generateMediaList time %lu sec, %lu usec\n", time.seconds,
+             time.microseconds);
     return finishResponse(status);
 }

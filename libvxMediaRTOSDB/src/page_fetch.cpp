@@ -47,9 +47,8 @@ int fetchPage(const List& list, uint32_t count, uint32_t startIndex, void* token
         return result;
 
     const int returned = static_cast<int>(header->header.count_returned);
-    const timeval time = elapsed.get();
-    UTIL_LOG(UTIL_LOG_DEBUG, list.timeFormat, static_cast<unsigned long>(time.tv_sec),
-             static_cast<unsigned long>(time.tv_usec), returned);
+    const ElapsedTime::Reading time = elapsed.read();
+    UTIL_LOG(UTIL_LOG_DEBUG, list.timeFormat, time.seconds, time.microseconds, returned);
     return returned;
 }
 

@@ -58,6 +58,8 @@ int dbGetPagedList(void*, int maxRequests, uint32_t itemsPerRequest, uint32_t st
     connection.close();
 
     printMediaDocument(status, {identity, "", groups.text(), groups.closing()});
-    logElapsed("dbGetPagedList", elapsed);
+    const ElapsedTime::Reading time = elapsed.read();
+    UTIL_LOG(UTIL_LOG_DEBUG, "dbGetPagedList time %lu sec, %lu usec\n", time.seconds,
+             time.microseconds);
     return finishResponse(status);
 }

@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <deque>
 #include <filesystem>
 #include <fstream>
-#include <list>
 
 #include "tests/platform/client.h"
 #include "tests/support/channel_thread.h"
@@ -59,15 +59,14 @@ TEST(ChannelServer, servesManyConnectionsWhoeverReadsSlowly) {
     constexpr size_t kFlood = 400;
     const ChannelThread server(kChannel, [](std::span<const std::byte> request) {
         const host::Message message(request.begin(), request.end());
-        return host::Reply{.messages = {request.empty() ? kFlood : 1, message}};
+        return host::Reply{.messages = std::vector(request.empty() ? kFlood : 1, message)};
     });
     Client slow(kChannel);
     ASSERT_EQ(slow.exchange(""), "");
-    std::list<Client> others;
-    for (int i = 0; i < 200; ++i) {
-        Client& other = i < 100 ? others.emplace_back(kChannel) : others.front();
+    std::deque<Client> others;
+    for (size_t i = 0; i < 200; ++i) {
+        Client& other = i < 100 ? others.emplace_back(kChannel) : others[i - 100];
         EXPECT_EQ(other.exchange(std::to_string(i)), std::to_string(i));
-        others.splice(others.end(), others, others.begin());
     }
     for (size_t received = 1; received < kFlood; ++received) {
         ASSERT_EQ(slow.receive(), 0) << received;

@@ -21,12 +21,13 @@ struct Client {
     }
     int receive() { return vxIpcReceive(&endpoint, buffer, sizeof(buffer)); }
 
-    // Returns the reply, or what failed.
+    // Returns the reply; "send failed" or "receive failed" where there is none.
     std::string exchange(std::string_view request) {
-        const int sent = send(request);
-        const int length = sent < 0 ? sent : receive();
-        return length >= 0 ? std::string(buffer, static_cast<size_t>(length))
-                           : (sent < 0 ? "send failed" : "receive failed");
+        if (send(request) < 0) {
+            return "send failed";
+        }
+        const int length = receive();
+        return length < 0 ? "receive failed" : std::string(buffer, static_cast<size_t>(length));
     }
 
     vxIpcEndpoint endpoint{};

@@ -6,24 +6,21 @@
 namespace {
 
 using simulator::loadCard;
-using simulator::MediaItem;
 
-// An item as "DIRECTORY/LEADER type group first-last files".
-std::string summary(const MediaItem& item) {
-    const db_item_record& record = item.leader().record;
-    std::string text(record.dir_name, kDirNameSize);
-    text.append("/").append(record.file_name, kFileNameSize);
-    for (const uint32_t value : {item.contentType(), item.groupNumber, item.firstNumber,
-                                 item.lastNumber, static_cast<uint32_t>(item.files.size())}) {
-        text += " " + std::to_string(value);
-    }
-    return text;
-}
-
-std::vector<std::string> summaries(const std::filesystem::path& card) {
+// The items of a card, each as "DIRECTORY/LEADER type group first last files".
+std::vector<std::string> summaries(const simulator::Database& database) {
     std::vector<std::string> texts;
-    const simulator::Database database = loadCard(card);
-    std::ranges::transform(database.items(), std::back_inserter(texts), summary);
+    for (const simulator::MediaItem& item : database.items()) {
+        const db_item_record& record = item.leader().record;
+        std::ostringstream text;
+        text << std::string_view(record.dir_name, kDirNameSize) << '/'
+             << std::string_view(record.file_name, kFileNameSize);
+        for (const uint32_t value : {item.contentType(), item.groupNumber, item.firstNumber,
+                                     item.lastNumber, static_cast<uint32_t>(item.files.size())}) {
+            text << ' ' << value;
+        }
+        texts.push_back(text.str());
+    }
     return texts;
 }
 
@@ -34,17 +31,16 @@ TEST(Card, groupsFilesByDirectoryAndName) {
                   "100VXCAM/V0010001.JPG", "100VXCAM/V0010001.MP4", "101VXCAM/VPAA0005.JPG",
                   "101VXCAM/VPAA5000.JPG", "101VXCAM/VX020004.MP4", "101VXCAM/notes.txt",
                   "MISC/VXMF0001.MP4", "101VXCAM/LONGNAME1.MP4"});
-    EXPECT_THAT(summaries(card),
+    EXPECT_THAT(summaries(loadCard(card)),
                 testing::ElementsAre(
                     "100VXCAM/V0010001.JPG 5 1 1 1 1", "100VXCAM/V0010001.MP4 1 1 1 1 1",
                     "100VXCAM/VH010005.MP4 0 5 0 0 1", "100VXCAM/VPAA0002.JPG 6 1001 2 4 2",
                     "100VXCAM/VXMF0004.MP4 2 4 0 2 3", "101VXCAM/VPAA0005.JPG 6 1001 5 5 1",
                     "101VXCAM/VPAA5000.JPG 6 1001 5000 5000 1", "101VXCAM/VX020004.MP4 0 4 1 1 1"));
-    EXPECT_THAT(summaries(makeCard({})), testing::IsEmpty());
 }
 
 TEST(Card, settingsTellWhatFilesCannot) {
-    const auto card =
+    const simulator::Database database = loadCard(
         makeCard({"100VXCAM/VXMF0004.MP4", "100VXCAM/VX020004.MP4", "100VXCAM/VPAA0002.JPG",
                   "100VXCAM/VPAA0003.JPG", "100VXCAM/VXMF0001.MP4", "100VXCAM/SESSION1.BIN"},
                  R"({"model_number": 52, "session_id": 9, "files": {
@@ -54,12 +50,11 @@ TEST(Card, settingsTellWhatFilesCannot) {
                 "parent_gumi": "ff000000000000000000000000000000",
                 "created": "1970-01-02 00:00:01", "frame_rate": [30000, 1001]},
             "100VXCAM/VPAA0003.JPG": {"content_type": 8, "missing": [1, 2], "highlights": [1, 3]},
-            "100VXCAM/SESSION1.BIN": {"content_type": 7, "session": true}}})");
-    EXPECT_THAT(summaries(card), testing::ElementsAre("100VXCAM/SESSION1.BIN 7 0 0 0 1",
-                                                      "100VXCAM/VPAA0003.JPG 8 1001 1 3 1",
-                                                      "100VXCAM/VXMF0001.MP4 3 1 0 0 1",
-                                                      "100VXCAM/VXMF0004.MP4 2 4 0 2 2"));
-    const simulator::Database database = loadCard(card);
+            "100VXCAM/SESSION1.BIN": {"content_type": 7, "session": true}}})"));
+    EXPECT_THAT(summaries(database), testing::ElementsAre("100VXCAM/SESSION1.BIN 7 0 0 0 1",
+                                                          "100VXCAM/VPAA0003.JPG 8 1001 1 3 1",
+                                                          "100VXCAM/VXMF0001.MP4 3 1 0 0 1",
+                                                          "100VXCAM/VXMF0004.MP4 2 4 0 2 2"));
     EXPECT_EQ(database.modelNumber, 52u);
     EXPECT_EQ(database.sessionId, 9u);
     EXPECT_TRUE(database.items()[0].isSessionFile);

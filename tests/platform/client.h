@@ -1,6 +1,7 @@
 // A client of a channel, with requests and replies as text.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <sys/socket.h>
 
 #include <string>
@@ -39,6 +40,6 @@ struct Client {
 inline host::UniqueFd bindSocket(std::string_view channel) {
     host::UniqueFd bound = host::openMessageSocket();
     const auto address = *host::channelAddress(channel);
-    bind(bound.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address));
+    EXPECT_EQ(bind(bound.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
     return bound;
 }

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 #include <sched.h>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -44,18 +43,24 @@ void becomeChildOfProcessOne() {
 // Returns what callHere tells and what it leaves on standard output.
 std::string callInChild(
     int allowCoreDump, void (*prepare)() = [] {}) {
-    prctl(PR_SET_CHILD_SUBREAPER, 1);
+    int ends[2];
+    EXPECT_EQ(pipe(ends), 0);
     testing::internal::CaptureStdout();
-    if (fork() == 0) {
+    const pid_t child = fork();
+    if (child == 0) {
         std::filesystem::current_path("/tmp");
         prepare();
         printf(", %s", callHere(allowCoreDump).c_str());
         fflush(stdout);
         _exit(0);
     }
-    for (int status = 0; wait(&status) > 0;) {
-        EXPECT_EQ(status, 0) << "caller and daemon end with success";
-    }
+    close(ends[1]);
+    int status = -1;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0) << "the caller's process ends with success";
+    char none = 0;
+    EXPECT_EQ(read(ends[0], &none, 1), 0) << "ends when the daemon does";
+    close(ends[0]);
     return testing::internal::GetCapturedStdout();
 }
 

@@ -14,10 +14,10 @@
 #include "bench/memory_channel.h"
 #include "bench/ratio.h"
 #include "libvxMediaRTOSDB/src/db_responses.h"
-#include "libvxMediaRTOSDB/src/list_pages.h"
-#include "libvxMediaRTOSDB/src/media_values.h"
-#include "libvxMediaRTOSDB/src/name_fields.h"
-#include "libvxMediaRTOSDB/src/rtos_connection_guard.h"
+#include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
+#include "libvxMediaRTOSDB/src/http/list/list_pages.h"
+#include "libvxMediaRTOSDB/src/http/text/media_values.h"
+#include "libvxMediaRTOSDB/src/records/name_fields.h"
 
 static size_t sAllocations = 0;
 

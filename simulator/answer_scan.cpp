@@ -1,5 +1,5 @@
 // The files of a directory, database or not, in as many messages as they need.
-#include "libvxMediaRTOSDB/src/name_fields.h"
+#include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "simulator/answers.h"
 
 namespace simulator {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "libvxMediaRTOSDB/src/member_mask.h"
+#include "libvxMediaRTOSDB/src/records/member_mask.h"
 
 namespace simulator {
 

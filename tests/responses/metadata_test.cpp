@@ -3,10 +3,10 @@
 
 #include <filesystem>
 
+#include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
 #include "libvxMediaRTOSDB/src/media_list.h"
 #include "libvxMediaRTOSDB/src/media_metadata.h"
 #include "libvxMediaRTOSDB/src/metadata_query.h"
-#include "libvxMediaRTOSDB/src/rtos_connection_guard.h"
 #include "libvxMediaRTOSDB/src/util_log.h"
 #include "tests/responses/produced_response.h"
 

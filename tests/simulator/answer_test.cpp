@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "libvxMediaRTOSDB/src/directory_scan.h"
-#include "libvxMediaRTOSDB/src/name_fields.h"
+#include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "simulator/card.h"
 #include "tests/simulator/sample_card.h"
 #include "tests/support/channel_thread.h"

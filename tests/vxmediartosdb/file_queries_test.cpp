@@ -8,7 +8,7 @@
 #include <set>
 
 #include "libvxMediaRTOSDB/src/response_queries.h"
-#include "libvxMediaRTOSDB/src/video_duration.h"
+#include "libvxMediaRTOSDB/src/upload/video_duration.h"
 #include "tests/vxmediartosdb/reply_sweep.h"
 
 namespace {

@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "libvxMediaRTOSDB/src/log/util_assert.h"
 #include "libvxMediaRTOSDB/src/rtos_connection.h"
-#include "libvxMediaRTOSDB/src/util_assert.h"
 #include "libvxMediaRTOSDB/src/util_log.h"
 #include "platform/debug_level.h"
 #include "tests/support/scripted_platform.h"

@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "libvxMediaRTOSDB/src/member_names.h"
 #include "libvxMediaRTOSDB/src/model_number.h"
+#include "libvxMediaRTOSDB/src/names/member_names.h"
 #include "libvxMediaRTOSDB/src/util_log.h"
 #include "platform/csi.h"
 #include "tests/support/db_replies.h"

@@ -6,7 +6,7 @@
 #include <functional>
 #include <set>
 
-#include "libvxMediaRTOSDB/src/member_mask.h"
+#include "libvxMediaRTOSDB/src/records/member_mask.h"
 #include "libvxMediaRTOSDB/src/util_log.h"
 #include "tests/support/db_replies.h"
 

@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "libvxMediaRTOSDB/src/db_responses.h"
+#include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
 #include "libvxMediaRTOSDB/src/file_queries.h"
 #include "libvxMediaRTOSDB/src/http_status.h"
 #include "libvxMediaRTOSDB/src/response_queries.h"
-#include "libvxMediaRTOSDB/src/rtos_connection_guard.h"
 #include "tools/mediactl/argument_forms.h"
 #include "tools/mediactl/command_line.h"
 #include "tools/mediactl/output.h"

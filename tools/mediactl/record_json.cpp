@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "libvxMediaRTOSDB/src/member_mask.h"
+#include "libvxMediaRTOSDB/src/records/member_mask.h"
 
 namespace mediactl {
 

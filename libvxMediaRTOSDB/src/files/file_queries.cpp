@@ -1,0 +1,205 @@
+#include "libvxMediaRTOSDB/src/file_queries.h"
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+#include <span>
+
+#include "libvxMediaRTOSDB/src/files/direct_query.h"
+#include "libvxMediaRTOSDB/src/records/member_mask.h"
+#include "libvxMediaRTOSDB/src/records/name_fields.h"
+#include "libvxMediaRTOSDB/src/util_log.h"
+
+namespace {
+
+static_assert(kMemberMaskSize ==
+              kResponseBufferSize - sizeof(db_item_response) - sizeof(db_group_info));
+
+constexpr const char* kReceivedContentInfo = "getContentInfo got %d bytes\n";
+
+constexpr DirectQuery kContentInfo = {
+    .command = DB_CMD_CONTENT_INFO,
+    .received = kReceivedContentInfo,
+    .minimumResponse = sizeof(db_item_response),
+};
+constexpr DirectQuery kGroupContentInfo = {
+    .command = DB_CMD_GROUP_CONTENT_INFO,
+    .received = "getGroupContentInfo got %d bytes\n",
+    .minimumResponse = sizeof(db_item_response) + sizeof(db_group_info),
+    .accepts = isGroup,
+    .refused = "struct db_content_type %d - must be group content for operation\n",
+};
+constexpr DirectQuery kVideoSpecificInfo = {
+    .command = DB_CMD_VIDEO_SPECIFIC_INFO,
+    .received = "getVideoSpecificInfo got %d bytes\n",
+    .minimumResponse = sizeof(db_item_response) + sizeof(db_video_specific_info),
+    .accepts = isVideo,
+    .refused = "struct db_content_type %d - must be video for operation\n",
+};
+constexpr DirectQuery kContentInfoByGumi = {
+    .command = DB_CMD_CONTENT_INFO_BY_GUMI,
+    .received = kReceivedContentInfo,
+    .minimumResponse = sizeof(db_file_name_response),
+};
+constexpr DirectQuery kFileGumi = {
+    .command = DB_CMD_FILE_GUMI,
+    .received = kReceivedContentInfo,
+    .minimumResponse = offsetof(db_file_gumi_response, parent_gumi),
+    .sendFailed = " error on IPC send %d\n",
+};
+constexpr DirectQuery kMoreInfo = {
+    .command = DB_CMD_MORE_INFO,
+    .received = "getMoreInfo got %d bytes\n",
+    .minimumResponse = sizeof(db_more_info_response),
+};
+
+db_file_request fileRequest(const char* fs) {
+    db_file_request request;
+    fillField(request.file.dir_name, fs);
+    fillField(request.file.file_name, fs + strnlen(fs, kDirNameSize));
+    return request;
+}
+
+// Returns how many highlights are to be copied.
+uint32_t highlightsWanted(const db_video_specific_info& info, const uint32_t* highlights,
+                          uint32_t maximum) {
+    const uint32_t count = info.highlight_count;
+    if (count == 0) {
+        UTIL_LOG(UTIL_LOG_DEBUG,
+                 "highlights %p, maxNumberHighlightsExpected %d, vsi->highlight_count %d - "
+                 "skipping copy\n",
+                 highlights, maximum, count);
+        return 0;
+    }
+    if (count > maximum)
+        UTIL_LOG(UTIL_LOG_DEBUG,
+                 "maxNumberHighlightsExpected %d, vsi->highlight_count %d, only returning %d\n",
+                 maximum, count, maximum);
+    if (!highlights) {
+        UTIL_LOG(UTIL_LOG_DEBUG, "highlights %p - skipping highlight copy\n", highlights);
+        return 0;
+    }
+    return std::min(count, maximum);
+}
+
+using Mask = std::optional<std::span<const uint8_t>>;
+
+// Reads the first size bytes of the mask that lies distance bytes ahead; none when they did not
+// all come.
+Mask readMask(RecordReader reader, uint64_t distance, uint64_t size) {
+    if (!reader.readArray<uint8_t>(distance))
+        return std::nullopt;
+    return reader.readArray<uint8_t>(size);
+}
+
+void copyMask(const Mask& mask, uint8_t* output) {
+    if (mask)
+        std::copy(mask->begin(), mask->end(), output);
+}
+
+}  // namespace
+
+int getContentInfo(const char* fs, db_item_record* ci) {
+    if (!fs || !ci) {
+        UTIL_LOG(UTIL_LOG_ERROR, "Invalid input: fs = %p, ci = %p\n", fs, ci);
+        return -1;
+    }
+    return directQuery(kContentInfo, fileRequest(fs), [&](RecordReader answer) {
+        *ci = *answer.read<db_item_record>();
+        return true;
+    });
+}
+
+int getGroupContentInfo(const char* fs, db_group_info* gci, db_item_record* ci, uint8_t* mask,
+                        uint8_t* highlightMask) {
+    if (!fs || !gci || !ci) {
+        UTIL_LOG(UTIL_LOG_ERROR, "Invalid input: fs = %p, gci = %p, ci = %p\n", fs, gci, ci);
+        return -1;
+    }
+    return directQuery(kGroupContentInfo, fileRequest(fs), [&](RecordReader answer) {
+        const auto* item = answer.read<db_item_record>();
+        const auto* group = answer.read<db_group_info>();
+        const bool hasMask = group->num_missing != 0;
+        const uint64_t size = (group->last_number - group->first_number) / 8 + 1;
+        Mask members;
+        Mask highlights;
+        if (mask && hasMask) {
+            members = readMask(answer, 0, size);
+            if (!members)
+                return false;
+        }
+        if (highlightMask && item->highlight_count != 0) {
+            highlights = readMask(answer, hasMask ? maskSize(*group) : 0, size);
+            // A video's highlights need no mask: only photo groups always have one.
+            if (!highlights && isPhotoGroup(item->content_type))
+                return false;
+        }
+        *ci = *item;
+        *gci = *group;
+        copyMask(members, mask);
+        copyMask(highlights, highlightMask);
+        return true;
+    });
+}
+
+int getVideoSpecificInfo(const char* fs, db_video_specific_info* vsi, db_item_record* ci,
+                         uint32_t* highlights, uint32_t maxNumberHighlightsExpected) {
+    if (!fs || !vsi) {
+        UTIL_LOG(UTIL_LOG_ERROR, "Invalid input: fs = %p, vsi = %p\n", fs, vsi);
+        return -1;
+    }
+    return directQuery(kVideoSpecificInfo, fileRequest(fs), [&](RecordReader answer) {
+        const auto* item = answer.read<db_item_record>();
+        const auto* info = answer.read<db_video_specific_info>();
+        const auto values = answer.readArray<u32le>(
+            highlightsWanted(*info, highlights, maxNumberHighlightsExpected));
+        if (!values)
+            return false;
+        *vsi = *info;
+        if (ci)
+            *ci = *item;
+        std::copy(values->begin(), values->end(), highlights);
+        return true;
+    });
+}
+
+int getContentInfoByGUMI(const db_gumi* gumi, char* fs) {
+    if (!fs || !gumi) {
+        UTIL_LOG(UTIL_LOG_ERROR, "Invalid input: fs = %p, gumi = %p\n", fs, gumi);
+        return -1;
+    }
+    db_gumi_request request;
+    request.gumi = *gumi;
+    return directQuery(kContentInfoByGumi, request, [&](RecordReader answer) {
+        std::memcpy(fs, answer.read<db_file_name>(), sizeof(db_file_name));
+        return true;
+    });
+}
+
+int getFileGUMI(const char* fs, db_gumi* gumi, db_gumi* parentGumi) {
+    if (!fs || !gumi) {
+        UTIL_LOG(UTIL_LOG_ERROR, "Invalid input: fs = %p, gumi = %p\n", fs, gumi);
+        return -1;
+    }
+    return directQuery(kFileGumi, fileRequest(fs), [&](RecordReader answer) {
+        const auto* item = answer.read<db_item_record>();
+        *gumi = *answer.read<db_gumi>();
+        if (parentGumi) {
+            const auto* parent = answer.read<db_gumi>();
+            const bool hasParent = item->attributes & ITEM_ATTRIBUTE_PARENT_GUMI;
+            *parentGumi = hasParent && parent ? *parent : db_gumi{};
+        }
+        return true;
+    });
+}
+
+int getMoreInfo(const char* fs, db_more_info* mi) {
+    if (!fs || !mi) {
+        UTIL_LOG(UTIL_LOG_ERROR, "Invalid input: fs = %p, mi = %p\n", fs, mi);
+        return -1;
+    }
+    return directQuery(kMoreInfo, fileRequest(fs), [&](RecordReader answer) {
+        *mi = *answer.read<db_more_info>();
+        return true;
+    });
+}

@@ -1,0 +1,54 @@
+#include "libvxMediaRTOSDB/src/http/list/file_groups.h"
+
+FileGroups::FileGroups(vxMediaDBOutput* output)
+    : mPage(&output->localBuffer),
+      mGroup(&output->localDirectoryBuffer),
+      mObject(&output->localEntryBuffer) {}
+
+FileGroups::FileGroups(TextBuffer* page) : mPage(page), mGroup(page), mObject(page) {}
+
+void FileGroups::restart() {
+    mPage->clear();
+    mOpen = false;
+    mGroups = 0;
+}
+
+void FileGroups::enter(std::string_view name) {
+    if (mOpen && directory() == name)
+        return;
+    leave();
+    if (buffered())
+        mGroup->clear();
+    mGroup->append(std::string_view(mGroups > 0 ? "," : ""), "{\"d\":\"", JsonText{name},
+                   "\",\"fs\":[");
+    mOpen = true;
+    mDirectoryLength = name.copy(mDirectory, sizeof mDirectory);
+    mFiles = 0;
+}
+
+void FileGroups::leave() {
+    if (!mOpen)
+        return;
+    mOpen = false;
+    if (buffered() && mFiles == 0)
+        return;
+    mGroup->append(kClosing);
+    if (buffered())
+        mPage->append(mGroup->text());
+    mGroups++;
+}
+
+TextBuffer* FileGroups::beginFile() {
+    if (mFiles++ > 0)
+        mGroup->append(",");
+    mObject->append("{");
+    return mObject;
+}
+
+void FileGroups::endFile() {
+    mObject->append("}");
+    if (!buffered())
+        return;
+    mGroup->append(mObject->text());
+    mObject->clear();
+}

@@ -1,0 +1,262 @@
+#include "libvxMediaRTOSDB/src/http/list/list_pages.h"
+
+#include <algorithm>
+#include <optional>
+#include <span>
+
+#include "libvxMediaRTOSDB/src/db_responses.h"
+#include "libvxMediaRTOSDB/src/exchange/db_checks.h"
+#include "libvxMediaRTOSDB/src/exchange/retry_pause.h"
+#include "libvxMediaRTOSDB/src/http/list/group_members.h"
+#include "libvxMediaRTOSDB/src/http_status.h"
+#include "libvxMediaRTOSDB/src/records/db_log.h"
+#include "libvxMediaRTOSDB/src/records/item_reader.h"
+#include "libvxMediaRTOSDB/src/records/name_fields.h"
+#include "libvxMediaRTOSDB/src/records/request_header.h"
+#include "libvxMediaRTOSDB/src/util_log.h"
+
+namespace {
+
+constexpr int kMaxRetries = 10;
+
+// Why an exchange failed, as the log tells it.
+struct Failure {
+    const char* retrying;  // the log's line before a retry
+    const char* exiting;   // and when there are no more
+    int value;
+};
+
+Failure sendFailed(int result) {
+    return {"error on IPC received, retrying, ret %d\n", "error on IPC received, exiting, ret %d\n",
+            result};
+}
+
+Failure pageUnusable(int received) {
+    return {"error on IPC received, retrying, bytesRead %d\n",
+            "error on IPC received, exiting, bytesRead %d\n", received};
+}
+
+Failure databaseFailed(uint32_t status) {
+    return {"error on IPC received, retrying, status %d\n",
+            "error on IPC received, exiting, status %d\n", static_cast<int>(status)};
+}
+
+// Returns the query option that selects a kind of media, 0 for a kind that is never listed.
+uint32_t queryOptionOf(uint32_t contentType) {
+    if (isOrdinaryVideo(contentType))
+        return QUERY_OPTION_VIDEO;
+    if (contentType == DB_CONTENT_TYPE_SESSION_FILE)
+        return RTOS_DB_QUERY_METADATA_SESSION_FILES;
+    if (contentType <= DB_CONTENT_TYPE_CONTINUOUS_PHOTO)
+        return QUERY_OPTION_PHOTO;
+    return 0;
+}
+
+bool isListed(uint32_t contentType, uint32_t queryOptions) {
+    const uint32_t option = queryOptionOf(contentType);
+    return queryOptions == 0 ? option != 0 : (queryOptions & option) != 0;
+}
+
+void logMoreInfo(const db_more_info& info) {
+    UTIL_LOG(UTIL_LOG_DEBUG, "Received db_more_info: \n");
+    UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.width = %d\n", uint32_t{info.width});
+    UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.height = %d\n", uint32_t{info.height});
+    UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.frame_rate_numerator = %d\n",
+             uint32_t{info.frame_rate_numerator});
+    UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.frame_rate_denominator = %d\n",
+             uint32_t{info.frame_rate_denominator});
+    UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.is_progressive = %d\n", uint32_t{info.is_progressive});
+    UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.is_subsampled = %d\n", uint32_t{info.is_subsampled});
+}
+
+void logUngroupedVideo(const db_item_record& item) {
+    UTIL_LOG(UTIL_LOG_DEBUG,
+             "videogrouping=0, Grouped video content type %d, for file %.08s/%.12s\n",
+             uint32_t{item.content_type}, item.dir_name, item.file_name);
+    UTIL_LOG(UTIL_LOG_DEBUG, "Treating file type %d as DB_CONTENT_TYPE_SINGLE_VIDEO\n",
+             uint32_t{item.content_type});
+}
+
+class ListPages {
+  public:
+    ListPages(rtosConnection* connection, const ListPlan& plan, FileGroups* groups)
+        : mConnection(connection), mPlan(plan), mGroups(groups) {}
+
+    int run();
+
+  private:
+    void restart();
+    std::optional<Failure> exchange(int* received);
+    std::optional<Failure> listPage();
+    std::optional<Failure> listItems(std::span<const uint8_t> page, uint32_t count,
+                                     uint32_t listOptions);
+    void planNextRequest(uint32_t totalEntries);
+    void listItem(const ListItem& item);
+    void listMembers(const ListItem& item);
+    void logListRequest() const;
+
+    rtosConnection* mConnection;
+    const ListPlan& mPlan;
+    FileGroups* mGroups;
+    int mStatus = HTTP_OK;
+    db_list_with_parameters_request mRequest = {};
+    uint64_t mNextIndex = 0;
+    uint32_t mRequests = 0;
+    bool mComplete = false;
+    uint8_t mResponse[kResponseBufferSize];
+};
+
+int ListPages::run() {
+    restart();
+    int retries = 0;
+    while (!mComplete && mRequests < mPlan.maxRequests && mStatus == HTTP_OK) {
+        const auto failure = listPage();
+        if (!failure)
+            continue;
+        if (retries++ == kMaxRetries) {
+            UTIL_LOG(UTIL_LOG_ERROR, failure->exiting, failure->value);
+            return HTTP_INTERNAL_ERROR;
+        }
+        retryPause();
+        UTIL_LOG(UTIL_LOG_WARN, failure->retrying, failure->value);
+        restart();
+    }
+    return mStatus;
+}
+
+void ListPages::restart() {
+    mRequest = mPlan.firstRequest;
+    mRequest.list.header.token = tokenOf(&mRequest);
+    mNextIndex = mRequest.list.starting_index;
+    mRequests = 0;
+    mComplete = false;
+    mGroups->restart();
+}
+
+std::optional<Failure> ListPages::exchange(int* received) {
+    logListRequest();
+    const int sent = rtosConnectionSend(mConnection, &mRequest, mPlan.requestSize);
+    if (sent < 0)
+        return sendFailed(sent);
+    *received = rtosConnectionRecv(mConnection, mResponse, sizeof mResponse);
+    const auto& header = *reinterpret_cast<const db_response_header*>(mResponse);
+    if (holdsResponseHeader(*received) && header.status != 0)
+        return databaseFailed(header.status);
+    if (*received < static_cast<int>(sizeof(db_list_response_header)))
+        return pageUnusable(*received);
+    return std::nullopt;
+}
+
+std::optional<Failure> ListPages::listPage() {
+    int received = 0;
+    if (const auto failure = exchange(&received))
+        return failure;
+    mRequests++;
+
+    auto& header = *reinterpret_cast<db_list_response_header*>(mResponse);
+    logResponse(header);
+    correctCount(mRequest.list.header, &header.header, UTIL_LOG_WARN);
+    checkToken(header.header.token, mRequest.list.header);
+    const uint32_t count = itemsOfPage(header, mRequest.list.starting_index);
+    if (const auto failure =
+            listItems({mResponse, static_cast<size_t>(received)}, count, header.list_options))
+        return failure;
+    if (!mGroups->complete())
+        mStatus = HTTP_INTERNAL_ERROR;
+    mComplete = count == 0 || mNextIndex >= header.total_entries;
+    planNextRequest(header.total_entries);
+    return std::nullopt;
+}
+
+// An item that does not lie wholly inside a page is the first one of the next page. Members that
+// could not be fetched end the page: each further group would wait for the database as long.
+std::optional<Failure> ListPages::listItems(std::span<const uint8_t> page, uint32_t count,
+                                            uint32_t listOptions) {
+    const ItemLayout layout = {
+        .listOptions = listOptions,
+        .parentGumiAttributes = ITEM_ATTRIBUTE_PARENT_GUMI,
+        .groupedVideos = (listOptions & LIST_OPTION_VIDEO_GROUPING) != 0,
+    };
+    size_t offset = sizeof(db_list_response_header);
+    for (uint32_t i = 0; i < count && mStatus == HTTP_OK; i++) {
+        ListItem item;
+        const ItemStatus itemStatus = readListItem(page, offset, layout, &item);
+        if (itemStatus == ItemStatus::kInvalidContentType ||
+            (itemStatus != ItemStatus::kOk && i == 0))
+            return pageUnusable(static_cast<int>(page.size()));
+        if (itemStatus != ItemStatus::kOk)
+            break;
+        listItem(item);
+        mNextIndex++;
+        offset = item.nextOffset;
+    }
+    return std::nullopt;
+}
+
+void ListPages::planNextRequest(uint32_t totalEntries) {
+    if (mComplete)
+        return;
+    db_list_request& next = mRequest.list;
+    // After a smaller request the paged list asks for as many as at first again.
+    const db_list_request& measure =
+        mPlan.style == ListStyle::kPagedList ? mPlan.firstRequest.list : next;
+    const uint32_t most = measure.header.request_count;
+    const uint64_t left = uint64_t{totalEntries} + 1 - mNextIndex;
+    next.header.request_count = static_cast<uint32_t>(std::min<uint64_t>(most, left));
+    next.starting_index = static_cast<uint32_t>(mNextIndex);
+}
+
+void ListPages::listItem(const ListItem& item) {
+    const db_item_record& record = *item.record;
+    if (item.moreInfo)
+        logMoreInfo(*item.moreInfo);
+    mGroups->enter(textOf(record.dir_name));
+    if (!isListed(record.content_type, mRequest.list.query_options))
+        return;
+    if (isVideoGroup(record.content_type)) {
+        if (item.group) {
+            listMembers(item);
+            return;
+        }
+        logUngroupedVideo(record);
+    }
+    KeyWriter keys(mGroups->beginFile(), mPlan.fieldMask, "");
+    writeItemKeys(keys, item, mPlan.style);
+    mGroups->endFile();
+}
+
+void ListPages::listMembers(const ListItem& item) {
+    GroupMembers members(mConnection, item);
+    MemberRecord member;
+    while (members.next(&member)) {
+        KeyWriter keys(mGroups->beginFile(), mPlan.fieldMask, "");
+        writeMemberKeys(keys, member, mPlan.style);
+        mGroups->endFile();
+    }
+    if (members.status() != HTTP_OK)
+        mStatus = members.status();
+}
+
+void ListPages::logListRequest() const {
+    const db_list_request& list = mRequest.list;
+    if (mPlan.style == ListStyle::kMediaList) {
+        logRequest(list);
+        return;
+    }
+    const uint32_t listOptions = list.list_options;
+    const uint32_t queryOptions = list.query_options;
+    const uint32_t param1 = mRequest.param1;
+    const uint32_t param2 = mRequest.param2;
+    UTIL_LOG(UTIL_LOG_DEBUG,
+             "dbGetPagedList() req->command_type:%d, list_options:0x%x,%d, query_options:0x%x,%d, "
+             "param1:0x%x,%d, param2:0x%x,%d",
+             uint32_t{list.header.command_type}, listOptions, listOptions, queryOptions,
+             queryOptions, param1, param1, param2, param2);
+    logRequest(mRequest);
+}
+
+}  // namespace
+
+int listPages(rtosConnection* connection, const ListPlan& plan, FileGroups* groups) {
+    return ListPages(connection, plan, groups).run();
+}

@@ -1,0 +1,24 @@
+// The page loop of the media lists: fetches the pages of a list query and writes their items.
+#pragma once
+
+#include <cstdint>
+
+#include "libvxMediaRTOSDB/src/db_requests.h"
+#include "libvxMediaRTOSDB/src/http/list/file_groups.h"
+#include "libvxMediaRTOSDB/src/http/list/item_keys.h"
+#include "libvxMediaRTOSDB/src/rtos_connection.h"
+
+// What a list asks for and how it writes it.
+struct ListPlan {
+    db_list_with_parameters_request firstRequest;  // its token is filled in when it is sent
+    int requestSize;                               // bytes of the request that are sent
+    uint32_t maxRequests;
+    uint32_t fieldMask;  // MediaField bits
+    ListStyle style;
+};
+
+// Fetches and writes the list. An exchange that fails, or whose page makes no sense, is repeated up
+// to 10 times after a pause of 100 ms; each time the list starts anew.
+// groups: receives the items whose kind the query options select; the last group stays open.
+// Returns HTTP_OK, or HTTP_INTERNAL_ERROR when the database or the space for the list fail.
+[[nodiscard]] int listPages(rtosConnection* connection, const ListPlan& plan, FileGroups* groups);

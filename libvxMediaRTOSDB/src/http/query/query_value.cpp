@@ -1,0 +1,47 @@
+#include "libvxMediaRTOSDB/src/http/query/query_value.h"
+
+#include "libvxMediaRTOSDB/src/http_status.h"
+#include "libvxMediaRTOSDB/src/query_string.h"
+#include "libvxMediaRTOSDB/src/util_log.h"
+
+namespace {
+
+int rejectKey(const char* message, const QueryKey& key) {
+    UTIL_LOG(UTIL_LOG_ERROR, message, key.name);
+    return HTTP_BAD_REQUEST;
+}
+
+int checkLookup(int result, const QueryKey& key, const QueryValue& value) {
+    if (result == QUERY_NOT_FOUND)
+        return key.absent ? rejectKey(key.absent, key) : HTTP_OK;
+    if (result == QUERY_NO_ROOM)
+        return rejectValue(HTTP_BAD_REQUEST, key.tooLong, key, value);
+    if (result < 0) {
+        UTIL_LOG(UTIL_LOG_ERROR, "Internal failure (%d) while processing %s\n", result, key.name);
+        return HTTP_INTERNAL_ERROR;
+    }
+    if (value.text.empty() && key.empty)
+        return rejectKey(key.empty, key);
+    return HTTP_OK;
+}
+
+}  // namespace
+
+QueryValue readQueryValue(std::string_view query, const QueryKey& key, std::span<char> buffer) {
+    const int result = findValue(query, key.name, buffer, 0);
+    QueryValue value = {.status = HTTP_OK, .text = buffer.data()};
+    value.status = checkLookup(result, key, value);
+    return value;
+}
+
+int checkNotRepeated(std::string_view query, const QueryKey& key) {
+    char ignored[1];
+    if (findValue(query, key.name, ignored, 1) == QUERY_NOT_FOUND)
+        return HTTP_OK;
+    return rejectKey(key.repeated, key);
+}
+
+int rejectValue(int status, const char* message, const QueryKey& key, const QueryValue& value) {
+    UTIL_LOG(UTIL_LOG_ERROR, message, key.name, value.text.data());
+    return status;
+}

@@ -1,0 +1,34 @@
+#include "libvxMediaRTOSDB/src/http/response/http_output.h"
+
+#include <cstdio>
+
+#include "libvxMediaRTOSDB/src/http_status.h"
+#include "libvxMediaRTOSDB/src/text_part.h"
+
+void printHeader(int status) {
+    std::printf("HTTP/1.1 %d \r\n", status);
+    std::printf("Content-Type: application/json\r\n");
+    std::printf("\r\n");
+}
+
+void printText(std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+void printJsonText(std::string_view text) {
+    for (size_t i = 0; i < text.size(); i++) {
+        const JsonText character = {text.substr(i, 1)};
+        char escaped[maxSize(JsonText{"x"})];
+        printText({escaped, write(escaped, character)});
+    }
+}
+
+int printErrorResponse(int status) {
+    printHeader(status);
+    return finishResponse(status);
+}
+
+int finishResponse(int status) {
+    std::fflush(stdout);
+    return status == HTTP_OK ? 0 : -1;
+}

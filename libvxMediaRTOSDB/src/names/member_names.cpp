@@ -1,0 +1,106 @@
+#include "libvxMediaRTOSDB/src/names/member_names.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <initializer_list>
+#include <string_view>
+
+#include "libvxMediaRTOSDB/src/model_number.h"
+#include "libvxMediaRTOSDB/src/records/name_fields.h"
+#include "libvxMediaRTOSDB/src/util_log.h"
+
+namespace {
+
+bool inRange(char c, char first, char last) {
+    return first <= c && c <= last;
+}
+
+// The form V, one of the given letters, two group letters, four digits that are not all 0, and one
+// of the given extensions.
+bool hasGroupLetters(std::string_view name, std::string_view secondLetters,
+                     std::initializer_list<std::string_view> extensions) {
+    const auto digits = name.substr(4, 4);
+    return name[0] == 'V' && secondLetters.find(name[1]) != std::string_view::npos &&
+           inRange(name[2], 'A', 'Z') && inRange(name[3], 'A', 'Z') &&
+           std::ranges::all_of(digits, [](char c) { return inRange(c, '0', '9'); }) &&
+           digits != "0000" && std::ranges::count(extensions, name.substr(8)) != 0;
+}
+
+// Group numbers outside the two letters' range keep the letters of the item's own name.
+std::array<char, 2> groupLetters(uint32_t groupNumber, const char* itemName) {
+    const uint32_t index = groupNumber - kFirstLetteredGroup;
+    if (index >= kAlphabet * kAlphabet)
+        return {itemName[2], itemName[3]};
+    return {static_cast<char>('A' + index / kAlphabet), static_cast<char>('A' + index % kAlphabet)};
+}
+
+}  // namespace
+
+MemberNames::Form MemberNames::chooseForm(const db_item_record& item, MemberNameUse use) {
+    const std::string_view name(item.file_name, kFileNameSize);
+    switch (item.content_type) {
+        case DB_CONTENT_TYPE_GROUPED_VIDEO:
+            if (use == MemberNameUse::kDurations ||
+                hasGroupLetters(name, "HLMX", {".MP4", ".MRV", ".360", ".LRV", ".THM"}))
+                return {{name[0], name[1]}, "%c%c%04d.MP4", Numbering::kGroupLetters};
+            return {{name[0]}, "%03d%04d.MP4", Numbering::kGroupNumber};
+        case DB_CONTENT_TYPE_CHAPTERED_VIDEO:
+            if (use == MemberNameUse::kFiles && name.ends_with(".360") && !name.starts_with("VXMF"))
+                return {{'V', name[1]}, "%02d%04d.360", Numbering::kChapter};
+            return {{'V', name[1]}, "%02d%04d.MP4", Numbering::kChapter};
+        case DB_CONTENT_TYPE_BURST:
+        case DB_CONTENT_TYPE_TIME_LAPSE_PHOTO:
+        case DB_CONTENT_TYPE_NIGHT_LAPSE_PHOTO:
+        case DB_CONTENT_TYPE_CONTINUOUS_PHOTO:
+            if (hasGroupLetters(name, "PS", {".JPG"}))
+                return {{name[0], name[1]}, "%c%c%04d.JPG", Numbering::kGroupLetters};
+            return {{name[0]}, "%03d%04d.JPG", Numbering::kGroupNumber};
+        default:
+            UTIL_LOG(UTIL_LOG_WARN, "content type %d unhandled for group",
+                     uint32_t{item.content_type});
+            return {{}, "", Numbering::kNone};
+    }
+}
+
+MemberNames::MemberNames(const db_item_record& item, uint32_t groupNumber, MemberNameUse use)
+    : mItem(item), mGroupNumber(groupNumber), mForm(chooseForm(item, use)) {
+    if (mForm.numbering == Numbering::kChapter && usesOneBasedChapters())
+        mFirstChapter = 1;
+}
+
+FileNameText MemberNames::name(uint32_t member) const {
+    if (mForm.numbering == Numbering::kChapter && member == 0)
+        return terminated(mItem.file_name);
+
+    FileNameText text = {};
+    const size_t start = std::strlen(mForm.start.data());
+    std::memcpy(text.data(), mForm.start.data(), start);
+    char* rest = text.data() + start;
+    const size_t room = text.size() - start;
+    const int group = static_cast<int>(mGroupNumber);
+    const int number = static_cast<int>(member);
+    switch (mForm.numbering) {
+        case Numbering::kNone:
+            break;
+        case Numbering::kGroupLetters: {
+            const auto letters = groupLetters(mGroupNumber, mItem.file_name);
+            std::snprintf(rest, room, mForm.numbers, letters[0], letters[1], number);
+            break;
+        }
+        case Numbering::kGroupNumber:
+            std::snprintf(rest, room, mForm.numbers, group, number);
+            break;
+        case Numbering::kChapter:
+            std::snprintf(rest, room, mForm.numbers, static_cast<int>(member + mFirstChapter),
+                          group);
+            break;
+    }
+    return text;
+}
+
+std::array<char, 16> MemberNames::format() const {
+    std::array<char, 16> text = {};
+    std::snprintf(text.data(), text.size(), "%s%s", mForm.start.data(), mForm.numbers);
+    return text;
+}

@@ -1,0 +1,180 @@
+#include "libvxMediaRTOSDB/src/page_walker.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "libvxMediaRTOSDB/src/db_responses.h"
+#include "libvxMediaRTOSDB/src/exchange/db_checks.h"
+#include "libvxMediaRTOSDB/src/log/util_assert.h"
+#include "libvxMediaRTOSDB/src/names/member_names.h"
+#include "libvxMediaRTOSDB/src/records/item_reader.h"
+#include "libvxMediaRTOSDB/src/records/member_mask.h"
+#include "libvxMediaRTOSDB/src/records/name_fields.h"
+#include "libvxMediaRTOSDB/src/upload/video_duration.h"
+#include "libvxMediaRTOSDB/src/util_log.h"
+
+namespace {
+
+struct Callbacks {
+    zep_item_callback item;
+    void* itemContext;
+    zep_file_callback file;
+    void* fileContext;
+};
+
+using GumiText = std::array<char, 2 * kGumiSize + 1>;
+
+// Returns the text, or null when there is no GUMI.
+const char* formatGumi(const db_gumi* gumi, GumiText* text) {
+    if (!gumi)
+        return nullptr;
+    for (size_t i = 0; i < kGumiSize; i++)
+        std::snprintf(text->data() + 2 * i, 3, "%02X", gumi->bytes[i]);
+    return text->data();
+}
+
+// Returns the header; fields that were not received are 0.
+db_list_response_header headerOf(std::span<const uint8_t> page) {
+    db_list_response_header header = {};
+    const auto received = page.first(std::min(page.size(), sizeof header));
+    std::ranges::copy(received, reinterpret_cast<uint8_t*>(&header));
+    return header;
+}
+
+uint64_t groupDurationMs(const ListItem& item, const char* dirName) {
+    const MemberNames names(*item.record, item.group->group_number, MemberNameUse::kDurations);
+    uint64_t total = 0;
+    forEachMember(*item.group, item.memberMask, [&](uint32_t member) {
+        uint32_t duration = 0;
+        getVideoDuration(dirName, names.name(member).data(), &duration);
+        total += duration;
+    });
+    return total;
+}
+
+uint32_t durationSeconds(const ListItem& item, const char* dirName) {
+    uint64_t duration = 0;
+    if (item.videoInfo)
+        duration = item.videoInfo->duration_ms;
+    else if (isVideoGroup(item.record->content_type))
+        duration = groupDurationMs(item, dirName);
+    return static_cast<uint32_t>((duration + 500) / 1000);
+}
+
+void logGroup(const ListItem& item) {
+    const db_group_info& group = *item.group;
+    UTIL_LOG(UTIL_LOG_DEBUG, "\n\ngroupInfo->group_number, %d\n", uint32_t{group.group_number});
+    UTIL_LOG(UTIL_LOG_DEBUG, "groupInfo->first_number, %d\n", uint32_t{group.first_number});
+    UTIL_LOG(UTIL_LOG_DEBUG, "groupInfo->last_number, %d\n", uint32_t{group.last_number});
+    UTIL_LOG(UTIL_LOG_DEBUG, "groupInfo->num_missing, %d\n", uint32_t{group.num_missing});
+    UTIL_LOG(UTIL_LOG_DEBUG, "groupInfo->group_size, %llu\n",
+             static_cast<unsigned long long>(group.group_size));
+    if (item.memberMask.empty())
+        return;
+    UTIL_LOG(UTIL_LOG_DEBUG, "missing:");
+    for (const uint8_t byte : item.memberMask)
+        UTIL_LOG(UTIL_LOG_DEBUG, "%02X ", byte);
+}
+
+void deliverGroupFiles(const ListItem& item, char* dirName, const char* itemName,
+                       const Callbacks& callbacks) {
+    logGroup(item);
+    const MemberNames names(*item.record, item.group->group_number, MemberNameUse::kFiles);
+    UTIL_LOG(UTIL_LOG_DEBUG, "filename: %s format: %s\n", itemName, names.format().data());
+    forEachMember(*item.group, item.memberMask, [&](uint32_t member) {
+        callbacks.file(callbacks.fileContext, dirName, names.name(member).data());
+    });
+}
+
+// The texts that a zep_item_s points to.
+struct ItemTexts {
+    std::array<char, kDirNameSize + 1> dirName;
+    FileNameText fileName;
+    GumiText gumi;
+    GumiText parentGumi;
+};
+
+void describeGroup(const ListItem& item, zep_item_s* zepItem) {
+    const db_group_info& group = *item.group;
+    zepItem->group_number = group.group_number;
+    zepItem->first_number = group.first_number;
+    zepItem->last_number = group.last_number;
+    zepItem->member_mask = item.memberMask.data();
+    zepItem->size_bytes = group.group_size;
+}
+
+zep_item_s describe(const ListItem& item, ItemTexts* texts) {
+    const db_item_record& record = *item.record;
+    texts->dirName = terminated(record.dir_name);
+    texts->fileName = terminated(record.file_name);
+
+    zep_item_s zepItem = {};
+    zepItem.gumi = formatGumi(item.gumi, &texts->gumi);
+    zepItem.parent_gumi = formatGumi(item.parentGumi, &texts->parentGumi);
+    zepItem.content_type = record.content_type;
+    zepItem.upload_status = record.upload_status;
+    zepItem.highlight = record.highlight_count;
+    zepItem.score = itemScore(record);
+    zepItem.timestamp = record.created;
+    zepItem.size_bytes = record.size;
+    zepItem.dir_name = texts->dirName.data();
+    zepItem.file_name = texts->fileName.data();
+    if (item.group)
+        describeGroup(item, &zepItem);
+    zepItem.duration_s = durationSeconds(item, zepItem.dir_name);
+    zepItem.clip = item.videoInfo && item.videoInfo->clip != 0;
+    return zepItem;
+}
+
+void deliverItem(const ListItem& item, const Callbacks& callbacks) {
+    ItemTexts texts;
+    zep_item_s zepItem = describe(item, &texts);
+    if (callbacks.item)
+        callbacks.item(callbacks.itemContext, &zepItem);
+    if (!callbacks.file)
+        return;
+    if (item.group)
+        deliverGroupFiles(item, texts.dirName.data(), texts.fileName.data(), callbacks);
+    else
+        callbacks.file(callbacks.fileContext, texts.dirName.data(), texts.fileName.data());
+}
+
+}  // namespace
+
+int processQueryResponse(const void* response, int bytesRead, uint32_t startingIndex,
+                         zep_item_callback itemCallback, void* itemContext,
+                         zep_file_callback fileCallback, void* fileContext) {
+    const std::span page(static_cast<const uint8_t*>(response),
+                         static_cast<size_t>(std::max(bytesRead, 0)));
+    const db_list_response_header header = headerOf(page);
+    const ItemLayout layout = {
+        .listOptions = header.list_options,
+        .parentGumiAttributes = ITEM_ATTRIBUTE_PARENT_GUMI | ITEM_ATTRIBUTE_TR,
+        .groupedVideos = true,
+    };
+    const Callbacks callbacks = {itemCallback, itemContext, fileCallback, fileContext};
+
+    const int count = static_cast<int>(itemsOfPage(header, startingIndex));
+    size_t offset = sizeof header;
+    for (int done = 0; done < count; done++) {
+        ListItem item;
+        switch (readListItem(page, offset, layout, &item)) {
+            case ItemStatus::kOk:
+                break;
+            case ItemStatus::kTooSmall:
+                UTIL_DEBUG_ERROR("Db response size too small.");
+                return done;
+            case ItemStatus::kMaskTooLarge:
+                UTIL_LOG(UTIL_LOG_ERROR, "Mask size failed sanity check. Size=%d",
+                         static_cast<int>(maskSize(*item.group)));
+                return -1;
+            case ItemStatus::kInvalidContentType:
+                UTIL_LOG(UTIL_LOG_ERROR, "Invalid content type: %d\n",
+                         uint32_t{item.record->content_type});
+                return -1;
+        }
+        deliverItem(item, callbacks);
+        offset = item.nextOffset;
+    }
+    return 0;
+}

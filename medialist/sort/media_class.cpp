@@ -1,4 +1,4 @@
-#include "medialist/media_class.h"
+#include "medialist/sort/media_class.h"
 
 MediaClass mediaClass(uint32_t contentType, bool clip) {
     static constexpr std::array kClasses = {

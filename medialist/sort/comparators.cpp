@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "medialist/media_class.h"
+#include "medialist/sort/media_class.h"
 
 namespace {
 

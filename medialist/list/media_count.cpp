@@ -1,5 +1,5 @@
 #include "libvxMediaRTOSDB/src/zep_queries.h"
-#include "medialist/item_span.h"
+#include "medialist/list/item_span.h"
 #include "medialist/zep_media_list.h"
 #include "vcore/log.h"
 #include "vcore/tracer.h"

@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "medialist/item_span.h"
+#include "medialist/list/item_span.h"
 
 template <unsigned First, unsigned Width>
 void MediaEntry::setField(uint32_t value) {

@@ -1,6 +1,6 @@
 #include "libvxMediaRTOSDB/src/db_item_record.h"
-#include "medialist/item_span.h"
-#include "medialist/media_class.h"
+#include "medialist/list/item_span.h"
+#include "medialist/sort/media_class.h"
 #include "medialist/zep_media_list.h"
 
 namespace {

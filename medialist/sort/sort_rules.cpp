@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "medialist/media_class.h"
+#include "medialist/sort/media_class.h"
 #include "vcore/log.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <thread>
 
-#include "vcore/deadline.h"
+#include "vcore/base/deadline.h"
 #include "vcore/mutex.h"
 #include "vcore/sys_cond.h"
 #include "vcore/sys_sem.h"

@@ -2,8 +2,8 @@
 
 #include <cerrno>
 
-#include "vcore/deadline.h"
-#include "vcore/heap_storage.h"
+#include "vcore/base/deadline.h"
+#include "vcore/base/heap_storage.h"
 
 pthread_cond_t* sys_cond_create() {
     return newStorage<pthread_cond_t>();

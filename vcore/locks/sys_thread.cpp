@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "vcore/heap_storage.h"
+#include "vcore/base/heap_storage.h"
 
 static_assert(PTHREAD_CREATE_JOINABLE == 0 && PTHREAD_CREATE_DETACHED == 1);
 

@@ -2,7 +2,7 @@
 
 #include <fcntl.h>
 
-#include "vcore/heap_storage.h"
+#include "vcore/base/heap_storage.h"
 
 static_assert(sizeof(void*) != 4 || sizeof(sys_sem_t) == 3 * 4, "three fields of 32 bits");
 

@@ -1,6 +1,6 @@
 #include "vcore/sys_mutex.h"
 
-#include "vcore/heap_storage.h"
+#include "vcore/base/heap_storage.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <new>
 
-#include "vcore/heap_storage.h"
-#include "vcore/log_callback_list.h"
+#include "vcore/base/heap_storage.h"
+#include "vcore/log/log_callback_list.h"
 
 static_assert(sizeof(void*) != 4 || sizeof(log_sink_t) == 9 * 4, "nine fields of 32 bits");
 

@@ -5,8 +5,8 @@
 #include <ctime>
 #include <memory>
 
-#include "vcore/log_callback_list.h"
-#include "vcore/log_filter.h"
+#include "vcore/log/log_callback_list.h"
+#include "vcore/log/log_filter.h"
 #include "vcore/log_sink.h"
 
 namespace {

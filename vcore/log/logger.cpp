@@ -1,6 +1,6 @@
 #include "vcore/logger.h"
 
-#include "vcore/log_filter.h"
+#include "vcore/log/log_filter.h"
 
 namespace vcore {
 

@@ -7,9 +7,9 @@
 #include "platform/host/channel_server.h"
 #include "platform/host/settings_service.h"
 #include "platform/host/stop_signals.h"
-#include "simulator/card.h"
-#include "simulator/exchanges.h"
-#include "simulator/input_error.h"
+#include "simulator/card/card.h"
+#include "simulator/card/input_error.h"
+#include "simulator/exchanges/exchanges.h"
 
 namespace {
 

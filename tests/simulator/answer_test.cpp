@@ -1,11 +1,11 @@
 // What the simulator answers to requests that the tools do not send, and where replies are full.
-#include "simulator/answer.h"
+#include "simulator/answers/answer.h"
 
 #include <gtest/gtest.h>
 
 #include "libvxMediaRTOSDB/src/directory_scan.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
-#include "simulator/card.h"
+#include "simulator/card/card.h"
 #include "tests/simulator/sample_card.h"
 #include "tests/support/channel_thread.h"
 

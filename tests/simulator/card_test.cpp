@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "simulator/card.h"
+#include "simulator/card/card.h"
 #include "tests/simulator/sample_card.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "simulator/exchanges.h"
+#include "simulator/exchanges/exchanges.h"
 
 #include <gmock/gmock.h>
 

@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "simulator/input_error.h"
+#include "simulator/card/input_error.h"
 
 namespace mediactl {
 

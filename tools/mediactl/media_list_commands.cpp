@@ -5,7 +5,7 @@
 
 #include "medialist/sort_rules.h"
 #include "medialist/zep_media_list.h"
-#include "simulator/input_error.h"
+#include "simulator/card/input_error.h"
 #include "tools/mediactl/argument_forms.h"
 #include "tools/mediactl/command_line.h"
 #include "tools/mediactl/engine_log.h"

@@ -4,7 +4,7 @@
 #include <array>
 #include <limits>
 
-#include "simulator/json_place.h"
+#include "simulator/card/json_place.h"
 #include "tools/mediactl/input_file.h"
 
 namespace mediactl {

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "platform/host/channel_server.h"
-#include "simulator/reply_record.h"
+#include "simulator/answers/reply_record.h"
 
 namespace simulator {
 

@@ -1,5 +1,5 @@
 // The upload status and what follows from it.
-#include "simulator/answers.h"
+#include "simulator/answers/answers.h"
 
 namespace simulator {
 

@@ -1,8 +1,8 @@
 // The records of an item in the order in which responses carry them.
 #pragma once
 
-#include "simulator/media_item.h"
-#include "simulator/reply_record.h"
+#include "simulator/answers/reply_record.h"
+#include "simulator/card/media_item.h"
 
 namespace simulator {
 

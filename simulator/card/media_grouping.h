@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "simulator/card_scan.h"
-#include "simulator/media_item.h"
+#include "simulator/card/card_scan.h"
+#include "simulator/card/media_item.h"
 
 namespace simulator {
 

@@ -1,9 +1,9 @@
-#include "simulator/card.h"
+#include "simulator/card/card.h"
 
 #include "libvxMediaRTOSDB/src/model_number.h"
-#include "simulator/card_settings.h"
-#include "simulator/media_grouping.h"
-#include "simulator/media_name.h"
+#include "simulator/card/card_settings.h"
+#include "simulator/card/media_grouping.h"
+#include "simulator/card/media_name.h"
 
 namespace simulator {
 

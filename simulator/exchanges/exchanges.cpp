@@ -1,8 +1,8 @@
-#include "simulator/exchanges.h"
+#include "simulator/exchanges/exchanges.h"
 
 #include <algorithm>
 
-#include "simulator/answer.h"
+#include "simulator/answers/answer.h"
 
 namespace simulator {
 

@@ -1,4 +1,4 @@
-#include "simulator/fault.h"
+#include "simulator/exchanges/fault.h"
 
 #include <algorithm>
 #include <charconv>

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "simulator/database.h"
+#include "simulator/card/database.h"
 
 namespace simulator {
 

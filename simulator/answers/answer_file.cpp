@@ -1,6 +1,6 @@
 // What is known of one file.
-#include "simulator/answers.h"
-#include "simulator/item_records.h"
+#include "simulator/answers/answers.h"
+#include "simulator/answers/item_records.h"
 
 namespace simulator {
 

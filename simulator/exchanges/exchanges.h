@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "platform/host/channel_server.h"
-#include "simulator/database.h"
-#include "simulator/fault.h"
+#include "simulator/card/database.h"
+#include "simulator/exchanges/fault.h"
 
 namespace simulator {
 

@@ -1,8 +1,8 @@
-#include "simulator/answer.h"
+#include "simulator/answers/answer.h"
 
 #include <algorithm>
 
-#include "simulator/answers.h"
+#include "simulator/answers/answers.h"
 
 namespace simulator {
 

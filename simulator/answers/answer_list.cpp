@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <limits>
 
-#include "simulator/answers.h"
-#include "simulator/item_records.h"
+#include "simulator/answers/answers.h"
+#include "simulator/answers/item_records.h"
 
 namespace simulator {
 

@@ -1,9 +1,9 @@
-#include "simulator/media_grouping.h"
+#include "simulator/card/media_grouping.h"
 
 #include <algorithm>
 #include <map>
 
-#include "simulator/media_name.h"
+#include "simulator/card/media_name.h"
 
 namespace simulator {
 

@@ -1,9 +1,9 @@
-#include "simulator/json_place.h"
+#include "simulator/card/json_place.h"
 
 #include <algorithm>
 #include <cctype>
 
-#include "simulator/input_error.h"
+#include "simulator/card/input_error.h"
 
 namespace simulator {
 

@@ -1,8 +1,8 @@
 // What card.json says of one file, member by member.
 #pragma once
 
-#include "simulator/json_place.h"
-#include "simulator/media_item.h"
+#include "simulator/card/json_place.h"
+#include "simulator/card/media_item.h"
 
 namespace simulator {
 

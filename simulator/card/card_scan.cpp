@@ -1,11 +1,11 @@
-#include "simulator/card_scan.h"
+#include "simulator/card/card_scan.h"
 
 #include <algorithm>
 #include <chrono>
 #include <limits>
 
 #include "libvxMediaRTOSDB/src/db_requests.h"
-#include "simulator/input_error.h"
+#include "simulator/card/input_error.h"
 
 namespace simulator {
 

@@ -1,6 +1,6 @@
 // The video specific information of one file or of several at once.
-#include "simulator/answers.h"
-#include "simulator/item_records.h"
+#include "simulator/answers/answers.h"
+#include "simulator/answers/item_records.h"
 
 namespace simulator {
 

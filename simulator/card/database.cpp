@@ -1,4 +1,4 @@
-#include "simulator/database.h"
+#include "simulator/card/database.h"
 
 #include <algorithm>
 

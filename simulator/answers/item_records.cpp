@@ -1,4 +1,4 @@
-#include "simulator/item_records.h"
+#include "simulator/answers/item_records.h"
 
 #include <algorithm>
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "simulator/media_item.h"
+#include "simulator/card/media_item.h"
 
 namespace simulator {
 

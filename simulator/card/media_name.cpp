@@ -1,4 +1,4 @@
-#include "simulator/media_name.h"
+#include "simulator/card/media_name.h"
 
 #include <algorithm>
 

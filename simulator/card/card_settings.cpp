@@ -1,4 +1,4 @@
-#include "simulator/card_settings.h"
+#include "simulator/card/card_settings.h"
 
 #include <cerrno>
 #include <cstring>
@@ -6,9 +6,9 @@
 #include <limits>
 #include <unordered_map>
 
-#include "simulator/file_settings.h"
-#include "simulator/input_error.h"
-#include "simulator/json_place.h"
+#include "simulator/card/file_settings.h"
+#include "simulator/card/input_error.h"
+#include "simulator/card/json_place.h"
 
 namespace simulator {
 

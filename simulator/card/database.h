@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "libvxMediaRTOSDB/src/db_requests.h"
-#include "simulator/card_scan.h"
-#include "simulator/media_item.h"
+#include "simulator/card/card_scan.h"
+#include "simulator/card/media_item.h"
 
 namespace simulator {
 

@@ -1,4 +1,4 @@
-#include "simulator/file_settings.h"
+#include "simulator/card/file_settings.h"
 
 #include <algorithm>
 #include <charconv>

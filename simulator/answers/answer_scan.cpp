@@ -1,6 +1,6 @@
 // The files of a directory, database or not, in as many messages as they need.
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
-#include "simulator/answers.h"
+#include "simulator/answers/answers.h"
 
 namespace simulator {
 

@@ -4,8 +4,8 @@
 
 #include <vector>
 
-#include "simulator/database.h"
-#include "simulator/reply_record.h"
+#include "simulator/answers/reply_record.h"
+#include "simulator/card/database.h"
 
 namespace simulator {
 

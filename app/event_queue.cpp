@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "platform/vxmsg.h"
+#include <mediacheckd/platform/vxmsg.h>
 
 namespace {
 

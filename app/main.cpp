@@ -6,8 +6,8 @@
 #include <cstdlib>
 
 #include "app/event_queue.h"
-#include "medialist/zep_media_list.h"
-#include "vcore/log.h"
+#include <mediacheckd/medialist/zep_media_list.h>
+#include <mediacheckd/vcore/log.h>
 
 namespace {
 

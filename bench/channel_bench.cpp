@@ -6,8 +6,8 @@
 #include "bench/channel_peer.h"
 #include "bench/plain_page.h"
 #include "bench/ratio.h"
-#include "libvxMediaRTOSDB/src/zep_queries.h"
 #include "tests/support/channel_thread.h"
+#include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
 namespace {
 

@@ -11,8 +11,8 @@
 #include "app/event_queue.h"
 #include "bench/channel_peer.h"
 #include "bench/ratio.h"
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "tests/support/channel_thread.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <spdlog/spdlog.h>
 
 #include "bench/ratio.h"
-#include "vcore/log.h"
+#include <mediacheckd/vcore/log.h>
 
 namespace {
 

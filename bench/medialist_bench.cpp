@@ -9,13 +9,13 @@
 #include <random>
 
 #include "bench/ratio.h"
-#include "libvxMediaRTOSDB/src/db_responses.h"
-#include "libvxMediaRTOSDB/src/zep_queries.h"
-#include "medialist/zep_media_list.h"
-#include "platform/csi.h"
-#include "platform/debug_level.h"
-#include "platform/vxipc.h"
-#include "vcore/logger.h"
+#include <mediacheckd/medialist/zep_media_list.h>
+#include <mediacheckd/platform/csi.h>
+#include <mediacheckd/platform/debug_level.h>
+#include <mediacheckd/platform/vxipc.h>
+#include <mediacheckd/vcore/logger.h>
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
+#include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include <cstring>
 
-#include "platform/csi.h"
-#include "platform/debug_level.h"
-#include "platform/vxipc.h"
+#include <mediacheckd/platform/csi.h>
+#include <mediacheckd/platform/debug_level.h>
+#include <mediacheckd/platform/vxipc.h>
 
 std::vector<std::vector<uint8_t>> g_memoryChannelPages;
 uint32_t g_memoryChannelPageSize = 1;

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <vector>
 
-#include "libvxMediaRTOSDB/src/db_responses.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 
 constexpr uint32_t kPlainItems = 15;
 

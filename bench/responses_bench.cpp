@@ -13,11 +13,11 @@
 
 #include "bench/memory_channel.h"
 #include "bench/ratio.h"
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
 #include "libvxMediaRTOSDB/src/http/list/list_pages.h"
 #include "libvxMediaRTOSDB/src/http/text/media_values.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 
 static size_t sAllocations = 0;
 

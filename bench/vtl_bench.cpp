@@ -12,10 +12,10 @@
 #include <vector>
 
 #include "bench/ratio.h"
-#include "vtl/chain.h"
-#include "vtl/dict.h"
-#include "vtl/list.h"
-#include "vtl/memory.h"
+#include <mediacheckd/vtl/chain.h>
+#include <mediacheckd/vtl/dict.h>
+#include <mediacheckd/vtl/list.h>
+#include <mediacheckd/vtl/memory.h>
 
 namespace {
 

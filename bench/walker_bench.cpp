@@ -5,7 +5,7 @@
 
 #include "bench/plain_page.h"
 #include "bench/ratio.h"
-#include "libvxMediaRTOSDB/src/page_walker.h"
+#include <mediacheckd/vxMediaRTOSDB/page_walker.h>
 
 namespace {
 

@@ -2,8 +2,8 @@
 // byte that says how many items the reply claims (above 127: it has no valid header), one that
 // gives its length in 8 bytes, then its bytes.
 #include "fuzz/checked_response.h"
-#include "libvxMediaRTOSDB/src/media_list.h"
-#include "libvxMediaRTOSDB/src/media_metadata.h"
+#include <mediacheckd/vxMediaRTOSDB/media_list.h>
+#include <mediacheckd/vxMediaRTOSDB/media_metadata.h>
 
 using namespace scripted;
 

@@ -1,7 +1,7 @@
 // Any query string, to each parser and producer, with a database that knows every file.
 #include "fuzz/checked_response.h"
-#include "libvxMediaRTOSDB/src/media_list.h"
-#include "libvxMediaRTOSDB/src/media_metadata.h"
+#include <mediacheckd/vxMediaRTOSDB/media_list.h>
+#include <mediacheckd/vxMediaRTOSDB/media_metadata.h>
 
 using namespace scripted;
 

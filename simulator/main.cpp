@@ -3,13 +3,13 @@
 #include <cstdio>
 #include <iostream>
 
-#include "platform/csi.h"
 #include "platform/host/channel_server.h"
 #include "platform/host/settings_service.h"
 #include "platform/host/stop_signals.h"
 #include "simulator/card/card.h"
 #include "simulator/card/input_error.h"
 #include "simulator/exchanges/exchanges.h"
+#include <mediacheckd/platform/csi.h>
 
 namespace {
 

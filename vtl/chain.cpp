@@ -1,9 +1,9 @@
-#include "vtl/chain.h"
+#include <mediacheckd/vtl/chain.h>
 
 #include <new>
 
-#include "vtl/memory.h"
 #include "vtl/record.h"
+#include <mediacheckd/vtl/memory.h>
 
 namespace {
 

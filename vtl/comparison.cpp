@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "vtl/container.h"
-#include "vtl/value.h"
+#include <mediacheckd/vtl/value.h>
 
 namespace {
 

@@ -1,10 +1,10 @@
 #pragma once
 // What list, stack and dict share: a record that refers to a chain.
 
-#include "vtl/chain.h"
 #include "vtl/record.h"
 #include "vtl/teardown.h"
-#include "vtl/value.h"
+#include <mediacheckd/vtl/chain.h>
+#include <mediacheckd/vtl/value.h>
 
 namespace vtl {
 

@@ -9,7 +9,7 @@
 #include <limits>
 
 #include "vtl/record.h"
-#include "vtl/value.h"
+#include <mediacheckd/vtl/value.h>
 
 namespace {
 

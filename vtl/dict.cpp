@@ -1,4 +1,4 @@
-#include "vtl/dict.h"
+#include <mediacheckd/vtl/dict.h>
 
 #include <cstdio>
 #include <cstring>
@@ -7,10 +7,10 @@
 #include <utility>
 
 #include "vtl/container.h"
-#include "vtl/memory.h"
 #include "vtl/record.h"
-#include "vtl/string.h"
 #include "vtl/teardown.h"
+#include <mediacheckd/vtl/memory.h>
+#include <mediacheckd/vtl/string.h>
 
 namespace {
 

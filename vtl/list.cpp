@@ -1,4 +1,4 @@
-#include "vtl/list.h"
+#include <mediacheckd/vtl/list.h>
 
 #include "vtl/container.h"
 #include "vtl/record.h"

@@ -1,4 +1,4 @@
-#include "vtl/memory.h"
+#include <mediacheckd/vtl/memory.h>
 
 #include <cstdio>
 #include <cstdlib>

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "vtl/memory.h"
 #include "vtl/teardown.h"
+#include <mediacheckd/vtl/memory.h>
 
 namespace vtl {
 namespace {

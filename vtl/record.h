@@ -5,7 +5,7 @@
 #include <memory>
 #include <optional>
 
-#include "vtl/value.h"
+#include <mediacheckd/vtl/value.h>
 
 namespace vtl {
 

@@ -2,8 +2,8 @@
 // What lists and stacks share: a chain of values reached by index. A null chain, which is what a
 // value that is no such container has, gives 1.
 
-#include "vtl/chain.h"
 #include "vtl/record.h"
+#include <mediacheckd/vtl/chain.h>
 
 namespace vtl {
 

@@ -1,4 +1,4 @@
-#include "vtl/stack.h"
+#include <mediacheckd/vtl/stack.h>
 
 #include <array>
 #include <cstdio>
@@ -6,7 +6,7 @@
 #include "vtl/container.h"
 #include "vtl/record.h"
 #include "vtl/sequence.h"
-#include "vtl/string.h"
+#include <mediacheckd/vtl/string.h>
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "vtl/string.h"
+#include <mediacheckd/vtl/string.h>
 
 #include <cstdio>
 #include <cstring>
 
-#include "vtl/memory.h"
 #include "vtl/record.h"
+#include <mediacheckd/vtl/memory.h>
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "vtl/teardown.h"
 
 #include "vtl/container.h"
-#include "vtl/list.h"
-#include "vtl/memory.h"
+#include <mediacheckd/vtl/list.h>
+#include <mediacheckd/vtl/memory.h>
 
 namespace vtl {
 namespace {

@@ -2,8 +2,8 @@
 // Destroys what containers hold, however deeply they nest, on a bounded stack: a list or dict met
 // on the way hands its nodes over before its own destroy slot runs.
 
-#include "vtl/chain.h"
-#include "vtl/dict.h"
+#include <mediacheckd/vtl/chain.h>
+#include <mediacheckd/vtl/dict.h>
 
 namespace vtl {
 

@@ -1,12 +1,12 @@
-#include "vtl/value.h"
+#include <mediacheckd/vtl/value.h>
 
-#include "vtl/dict.h"
-#include "vtl/list.h"
-#include "vtl/memory.h"
 #include "vtl/record.h"
-#include "vtl/scalars.h"
-#include "vtl/stack.h"
-#include "vtl/string.h"
+#include <mediacheckd/vtl/dict.h>
+#include <mediacheckd/vtl/list.h>
+#include <mediacheckd/vtl/memory.h>
+#include <mediacheckd/vtl/scalars.h>
+#include <mediacheckd/vtl/stack.h>
+#include <mediacheckd/vtl/string.h>
 
 static_assert(sizeof(vtl_payload) == 8, "a payload is two words, one double or one pointer");
 

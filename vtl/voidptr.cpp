@@ -1,7 +1,7 @@
 #include <cstdio>
 
 #include "vtl/record.h"
-#include "vtl/scalars.h"
+#include <mediacheckd/vtl/scalars.h>
 
 namespace {
 

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "libvxMediaRTOSDB/src/db_item_record.h"
-#include "libvxMediaRTOSDB/src/zep_item.h"
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
+#include <mediacheckd/vxMediaRTOSDB/zep_item.h>
 
 // Tells whether items of the content type may be spans of one group.
 constexpr bool isSpanGroup(uint32_t contentType) {

@@ -1,8 +1,8 @@
 #include <array>
 #include <cstdio>
 
-#include "libvxMediaRTOSDB/src/zep_queries.h"
-#include "medialist/zep_media_list.h"
+#include <mediacheckd/medialist/zep_media_list.h>
+#include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
 namespace {
 

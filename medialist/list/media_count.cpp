@@ -1,8 +1,8 @@
-#include "libvxMediaRTOSDB/src/zep_queries.h"
 #include "medialist/list/item_span.h"
-#include "medialist/zep_media_list.h"
-#include "vcore/log.h"
-#include "vcore/tracer.h"
+#include <mediacheckd/medialist/zep_media_list.h>
+#include <mediacheckd/vcore/log.h>
+#include <mediacheckd/vcore/tracer.h>
+#include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
 namespace {
 

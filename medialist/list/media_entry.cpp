@@ -1,4 +1,4 @@
-#include "medialist/media_entry.h"
+#include <mediacheckd/medialist/media_entry.h>
 
 #include <chrono>
 

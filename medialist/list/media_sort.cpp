@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <memory>
 
-#include "medialist/sort_rules.h"
-#include "medialist/stopwatch.h"
-#include "medialist/zep_media_list.h"
-#include "vcore/log.h"
+#include <mediacheckd/medialist/sort_rules.h>
+#include <mediacheckd/medialist/stopwatch.h>
+#include <mediacheckd/medialist/zep_media_list.h>
+#include <mediacheckd/vcore/log.h>
 
 int ZEPMediaList::sort(const char* json) {
     if (!mCounted) {

@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <array>
 
-#include "libvxMediaRTOSDB/src/zep_queries.h"
 #include "medialist/list/item_span.h"
-#include "medialist/zep_media_list.h"
-#include "vcore/log.h"
+#include <mediacheckd/medialist/zep_media_list.h>
+#include <mediacheckd/vcore/log.h>
+#include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
 namespace {
 

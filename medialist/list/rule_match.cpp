@@ -1,7 +1,7 @@
-#include "libvxMediaRTOSDB/src/db_item_record.h"
 #include "medialist/list/item_span.h"
 #include "medialist/sort/media_class.h"
-#include "medialist/zep_media_list.h"
+#include <mediacheckd/medialist/zep_media_list.h>
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
 namespace {
 

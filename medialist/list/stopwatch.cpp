@@ -1,4 +1,4 @@
-#include "medialist/stopwatch.h"
+#include <mediacheckd/medialist/stopwatch.h>
 
 #include <sys/time.h>
 

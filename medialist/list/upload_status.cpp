@@ -1,7 +1,7 @@
-#include "libvxMediaRTOSDB/src/db_requests.h"
-#include "libvxMediaRTOSDB/src/zep_queries.h"
-#include "medialist/zep_media_list.h"
-#include "vcore/log.h"
+#include <mediacheckd/medialist/zep_media_list.h>
+#include <mediacheckd/vcore/log.h>
+#include <mediacheckd/vxMediaRTOSDB/db_requests.h>
+#include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
 int ZEPMediaList::setUploadStatus(const std::string& path, int status) {
     if (path.size() != kDirNameSize + 1 + kFileNameSize || path.find('/') != kDirNameSize) {

@@ -1,6 +1,6 @@
-#include "medialist/zep_media_list.h"
+#include <mediacheckd/medialist/zep_media_list.h>
 
-#include "vcore/log.h"
+#include <mediacheckd/vcore/log.h>
 
 std::string ZEPMediaList::pathPrefix = "/tmp/fuse_d/DCIM/";
 std::vector<UploadRule> ZEPMediaList::kDefaultUploadRules;

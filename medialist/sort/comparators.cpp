@@ -1,4 +1,4 @@
-#include "medialist/comparators.h"
+#include <mediacheckd/medialist/comparators.h>
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "medialist/sort_rules.h"
+#include <mediacheckd/medialist/sort_rules.h>
 
 #include <cjson/cJSON.h>
 
@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "medialist/sort/media_class.h"
-#include "vcore/log.h"
+#include <mediacheckd/vcore/log.h>
 
 namespace {
 

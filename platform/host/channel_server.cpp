@@ -15,7 +15,7 @@
 
 #include "platform/host/channel_address.h"
 #include "platform/host/message_socket.h"
-#include "platform/vxipc.h"
+#include <mediacheckd/platform/vxipc.h>
 
 namespace host {
 

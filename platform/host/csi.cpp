@@ -1,11 +1,11 @@
-#include "platform/csi.h"
+#include <mediacheckd/platform/csi.h>
 
 #include <endian.h>
 
 #include <cstring>
 
 #include "platform/host/settings_service.h"
-#include "platform/vxipc.h"
+#include <mediacheckd/platform/vxipc.h>
 
 namespace {
 

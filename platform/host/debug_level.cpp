@@ -1,3 +1,3 @@
-#include "platform/debug_level.h"
+#include <mediacheckd/platform/debug_level.h>
 
 uint32_t g_debug_level = 0;

@@ -1,6 +1,6 @@
 // The message-passing library on the host: an endpoint is one connection to the channel's socket.
 // Failures are negative errno values; a receive waits for at most a second.
-#include "platform/vxipc.h"
+#include <mediacheckd/platform/vxipc.h>
 
 #include <poll.h>
 

@@ -1,4 +1,4 @@
-// Reads the event messages that platform/vxmsg.h builds; for tools.
+// Reads the event messages that mediacheckd/platform/vxmsg.h builds; for tools.
 #pragma once
 
 #include <cstdint>

@@ -10,7 +10,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "libvxMediaRTOSDB/src/db_responses.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 
 namespace simulator {
 

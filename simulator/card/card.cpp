@@ -1,9 +1,9 @@
 #include "simulator/card/card.h"
 
-#include "libvxMediaRTOSDB/src/model_number.h"
 #include "simulator/card/card_settings.h"
 #include "simulator/card/media_grouping.h"
 #include "simulator/card/media_name.h"
+#include <mediacheckd/vxMediaRTOSDB/model_number.h>
 
 namespace simulator {
 

@@ -4,8 +4,8 @@
 #include <chrono>
 #include <limits>
 
-#include "libvxMediaRTOSDB/src/db_requests.h"
 #include "simulator/card/input_error.h"
+#include <mediacheckd/vxMediaRTOSDB/db_requests.h>
 
 namespace simulator {
 

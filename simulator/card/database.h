@@ -8,9 +8,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "libvxMediaRTOSDB/src/db_requests.h"
 #include "simulator/card/card_scan.h"
 #include "simulator/card/media_item.h"
+#include <mediacheckd/vxMediaRTOSDB/db_requests.h>
 
 namespace simulator {
 

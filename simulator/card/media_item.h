@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "libvxMediaRTOSDB/src/db_item_record.h"
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
 namespace simulator {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "libvxMediaRTOSDB/src/db_item_record.h"
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
 namespace simulator {
 

@@ -2,11 +2,11 @@
 // or changes its session at a chosen exchange.
 #pragma once
 
-#include "libvxMediaRTOSDB/src/db_responses.h"
-#include "medialist/upload_rule.h"
 #include "tests/support/captured_sink.h"
 #include "tests/support/db_replies.h"
-#include "vcore/logger.h"
+#include <mediacheckd/medialist/upload_rule.h>
+#include <mediacheckd/vcore/logger.h>
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 
 struct CardItem {
     uint32_t type;

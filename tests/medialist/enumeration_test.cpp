@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "medialist/zep_media_list.h"
 #include "tests/medialist/card_database.h"
+#include <mediacheckd/medialist/zep_media_list.h>
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <utility>
 
-#include "medialist/zep_media_list.h"
+#include <mediacheckd/medialist/zep_media_list.h>
 
 namespace {
 

@@ -4,10 +4,10 @@
 #include <random>
 #include <thread>
 
-#include "medialist/sort_rules.h"
-#include "medialist/stopwatch.h"
-#include "medialist/zep_media_list.h"
 #include "tests/medialist/card_database.h"
+#include <mediacheckd/medialist/sort_rules.h>
+#include <mediacheckd/medialist/stopwatch.h>
+#include <mediacheckd/medialist/zep_media_list.h>
 
 namespace {
 

@@ -9,7 +9,7 @@
 
 #include "platform/host/channel_address.h"
 #include "platform/host/message_socket.h"
-#include "platform/vxipc.h"
+#include <mediacheckd/platform/vxipc.h>
 
 struct Client {
     explicit Client(const std::string& channel) : opened(vxIpcInit(channel.c_str(), &endpoint)) {}

@@ -1,4 +1,4 @@
-#include "platform/csi.h"
+#include <mediacheckd/platform/csi.h>
 
 #include <gmock/gmock.h>
 

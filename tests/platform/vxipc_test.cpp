@@ -1,4 +1,4 @@
-#include "platform/vxipc.h"
+#include <mediacheckd/platform/vxipc.h>
 
 #include <gmock/gmock.h>
 #include <sys/socket.h>

@@ -1,4 +1,4 @@
-#include "platform/vxmsg.h"
+#include <mediacheckd/platform/vxmsg.h>
 
 #include <gmock/gmock.h>
 

@@ -3,9 +3,9 @@
 
 #include <filesystem>
 
-#include "libvxMediaRTOSDB/src/media_list.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
 #include "tests/responses/produced_response.h"
+#include <mediacheckd/vxMediaRTOSDB/media_list.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

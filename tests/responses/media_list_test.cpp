@@ -1,5 +1,5 @@
 // Both list producers on the same pages: their documents, letter for letter, and their requests.
-#include "libvxMediaRTOSDB/src/media_list.h"
+#include <mediacheckd/vxMediaRTOSDB/media_list.h>
 
 #include <gtest/gtest.h>
 

@@ -4,11 +4,11 @@
 #include <filesystem>
 
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
-#include "libvxMediaRTOSDB/src/media_list.h"
-#include "libvxMediaRTOSDB/src/media_metadata.h"
-#include "libvxMediaRTOSDB/src/metadata_query.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
 #include "tests/responses/produced_response.h"
+#include <mediacheckd/vxMediaRTOSDB/media_list.h>
+#include <mediacheckd/vxMediaRTOSDB/media_metadata.h>
+#include <mediacheckd/vxMediaRTOSDB/metadata_query.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

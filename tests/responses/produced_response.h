@@ -3,9 +3,9 @@
 
 #include <functional>
 
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "tests/support/db_replies.h"
 #include "tests/support/produced.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 
 constexpr const char* kCardFolder = "/tmp/fuse_d";
 

@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "libvxMediaRTOSDB/src/media_list_query.h"
-#include "libvxMediaRTOSDB/src/metadata_query.h"
-#include "libvxMediaRTOSDB/src/query_status.h"
-#include "libvxMediaRTOSDB/src/query_string.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
 #include "tests/support/scripted_platform.h"
+#include <mediacheckd/vxMediaRTOSDB/media_list_query.h>
+#include <mediacheckd/vxMediaRTOSDB/metadata_query.h>
+#include <mediacheckd/vxMediaRTOSDB/query_status.h>
+#include <mediacheckd/vxMediaRTOSDB/query_string.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

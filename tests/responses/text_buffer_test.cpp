@@ -1,10 +1,10 @@
 // The buffers that responses are built in, at their limits and without memory.
 #include <gtest/gtest.h>
 
-#include "libvxMediaRTOSDB/src/http_status.h"
-#include "libvxMediaRTOSDB/src/media_formatters.h"
-#include "libvxMediaRTOSDB/src/query_settings.h"
 #include "tests/responses/produced_response.h"
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
+#include <mediacheckd/vxMediaRTOSDB/media_formatters.h>
+#include <mediacheckd/vxMediaRTOSDB/query_settings.h>
 
 namespace {
 

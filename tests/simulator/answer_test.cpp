@@ -3,11 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include "libvxMediaRTOSDB/src/directory_scan.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "simulator/card/card.h"
 #include "tests/simulator/sample_card.h"
 #include "tests/support/channel_thread.h"
+#include <mediacheckd/vxMediaRTOSDB/directory_scan.h>
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "vcore/log_sink.h"
+#include <mediacheckd/vcore/log_sink.h>
 
 class CapturedSink {
   public:

@@ -4,8 +4,8 @@
 #include <initializer_list>
 #include <string>
 
-#include "libvxMediaRTOSDB/src/db_item_record.h"
 #include "tests/support/scripted_platform.h"
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
 namespace scripted {
 

@@ -7,9 +7,9 @@
 #include <cstdarg>
 #include <cstdio>
 
-#include "platform/csi.h"
-#include "platform/debug_level.h"
-#include "platform/vxipc.h"
+#include <mediacheckd/platform/csi.h>
+#include <mediacheckd/platform/debug_level.h>
+#include <mediacheckd/platform/vxipc.h>
 
 namespace scripted {
 

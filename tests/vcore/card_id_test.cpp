@@ -1,4 +1,4 @@
-#include "vcore/card_id.h"
+#include <mediacheckd/vcore/card_id.h>
 
 #include <gtest/gtest.h>
 #include <sys/mount.h>

@@ -6,11 +6,11 @@
 #include <thread>
 
 #include "vcore/base/deadline.h"
-#include "vcore/mutex.h"
-#include "vcore/sys_cond.h"
-#include "vcore/sys_sem.h"
-#include "vcore/sys_thread.h"
-#include "vcore/sys_time.h"
+#include <mediacheckd/vcore/mutex.h>
+#include <mediacheckd/vcore/sys_cond.h>
+#include <mediacheckd/vcore/sys_sem.h>
+#include <mediacheckd/vcore/sys_thread.h>
+#include <mediacheckd/vcore/sys_time.h>
 
 namespace {
 

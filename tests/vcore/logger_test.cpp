@@ -1,4 +1,4 @@
-#include "vcore/logger.h"
+#include <mediacheckd/vcore/logger.h>
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 #include <thread>
 
 #include "tests/support/captured_sink.h"
-#include "vcore/log.h"
-#include "vcore/tracer.h"
+#include <mediacheckd/vcore/log.h>
+#include <mediacheckd/vcore/tracer.h>
 
 namespace {
 

@@ -2,12 +2,12 @@
 #undef NDEBUG
 #include <assert.h>
 
-#include "vtl/dict.h"
-#include "vtl/list.h"
-#include "vtl/memory.h"
-#include "vtl/scalars.h"
-#include "vtl/stack.h"
-#include "vtl/string.h"
+#include <mediacheckd/vtl/dict.h>
+#include <mediacheckd/vtl/list.h>
+#include <mediacheckd/vtl/memory.h>
+#include <mediacheckd/vtl/scalars.h>
+#include <mediacheckd/vtl/stack.h>
+#include <mediacheckd/vtl/string.h>
 
 int main(void) {
     vtl_value* dict = vtl_dict_create();

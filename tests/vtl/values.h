@@ -8,13 +8,13 @@
 #include <string>
 #include <vector>
 
-#include "vtl/chain.h"
-#include "vtl/dict.h"
-#include "vtl/list.h"
-#include "vtl/memory.h"
-#include "vtl/scalars.h"
-#include "vtl/stack.h"
-#include "vtl/string.h"
+#include <mediacheckd/vtl/chain.h>
+#include <mediacheckd/vtl/dict.h>
+#include <mediacheckd/vtl/list.h>
+#include <mediacheckd/vtl/memory.h>
+#include <mediacheckd/vtl/scalars.h>
+#include <mediacheckd/vtl/stack.h>
+#include <mediacheckd/vtl/string.h>
 
 /// Makes the calls in order; each must give the result.
 #define EXPECT_EACH(result, ...) \

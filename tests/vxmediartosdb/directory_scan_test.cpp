@@ -1,4 +1,4 @@
-#include "libvxMediaRTOSDB/src/directory_scan.h"
+#include <mediacheckd/vxMediaRTOSDB/directory_scan.h>
 
 #include <sstream>
 

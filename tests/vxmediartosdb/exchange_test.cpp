@@ -3,9 +3,9 @@
 #include <array>
 #include <numeric>
 
-#include "libvxMediaRTOSDB/src/rtos_connection.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
 #include "tests/support/scripted_platform.h"
+#include <mediacheckd/vxMediaRTOSDB/rtos_connection.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The queries about one file: what they find in any reply, and what they log.
-#include "libvxMediaRTOSDB/src/file_queries.h"
+#include <mediacheckd/vxMediaRTOSDB/file_queries.h>
 
 #include <gmock/gmock.h>
 
@@ -7,9 +7,9 @@
 #include <map>
 #include <set>
 
-#include "libvxMediaRTOSDB/src/response_queries.h"
 #include "libvxMediaRTOSDB/src/upload/video_duration.h"
 #include "tests/vxmediartosdb/reply_sweep.h"
+#include <mediacheckd/vxMediaRTOSDB/response_queries.h>
 
 namespace {
 

@@ -7,10 +7,10 @@
 #include <fstream>
 
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
-#include "libvxMediaRTOSDB/src/rtos_connection.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
-#include "platform/debug_level.h"
 #include "tests/support/scripted_platform.h"
+#include <mediacheckd/platform/debug_level.h>
+#include <mediacheckd/vxMediaRTOSDB/rtos_connection.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

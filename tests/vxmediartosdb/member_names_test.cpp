@@ -2,11 +2,11 @@
 
 #include <cstring>
 
-#include "libvxMediaRTOSDB/src/model_number.h"
 #include "libvxMediaRTOSDB/src/names/member_names.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
-#include "platform/csi.h"
 #include "tests/support/db_replies.h"
+#include <mediacheckd/platform/csi.h>
+#include <mediacheckd/vxMediaRTOSDB/model_number.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <set>
 
 #include "libvxMediaRTOSDB/src/records/member_mask.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
 #include "tests/support/db_replies.h"
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace scripted {
 

@@ -3,10 +3,10 @@
 
 #include <numeric>
 
-#include "libvxMediaRTOSDB/src/page_walker.h"
-#include "libvxMediaRTOSDB/src/zep_queries.h"
-#include "platform/debug_level.h"
 #include "tests/vxmediartosdb/reply_sweep.h"
+#include <mediacheckd/platform/debug_level.h>
+#include <mediacheckd/vxMediaRTOSDB/page_walker.h>
+#include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <charconv>
 #include <cstdint>
 
-#include "libvxMediaRTOSDB/src/db_requests.h"
+#include <mediacheckd/vxMediaRTOSDB/db_requests.h>
 
 namespace mediactl {
 

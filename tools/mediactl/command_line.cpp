@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <utility>
 
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace mediactl {
 

@@ -5,9 +5,9 @@
 #include <cstdio>
 #include <cstring>
 
-#include "libvxMediaRTOSDB/src/util_log.h"
-#include "libvxMediaRTOSDB/src/zep_queries.h"
-#include "vcore/logger.h"
+#include <mediacheckd/vcore/logger.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
+#include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
 namespace mediactl {
 

@@ -1,7 +1,7 @@
 // The log of the media-list engine, as the tool shows it.
 #pragma once
 
-#include "vcore/log_sink.h"
+#include <mediacheckd/vcore/log_sink.h>
 
 namespace mediactl {
 

@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "platform/host/vxmsg_decode.h"
-#include "platform/vxmsg.h"
 #include "tools/mediactl/command_line.h"
 #include "tools/mediactl/output.h"
+#include <mediacheckd/platform/vxmsg.h>
 
 namespace mediactl {
 

@@ -5,15 +5,15 @@
 #include <memory>
 #include <vector>
 
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
-#include "libvxMediaRTOSDB/src/file_queries.h"
-#include "libvxMediaRTOSDB/src/http_status.h"
-#include "libvxMediaRTOSDB/src/response_queries.h"
 #include "tools/mediactl/argument_forms.h"
 #include "tools/mediactl/command_line.h"
 #include "tools/mediactl/output.h"
 #include "tools/mediactl/record_json.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
+#include <mediacheckd/vxMediaRTOSDB/file_queries.h>
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
+#include <mediacheckd/vxMediaRTOSDB/response_queries.h>
 
 namespace mediactl {
 

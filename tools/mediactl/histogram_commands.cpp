@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <numeric>
 
-#include "libvxMediaRTOSDB/src/db_responses.h"
-#include "libvxMediaRTOSDB/src/zep_queries.h"
 #include "tools/mediactl/command_line.h"
 #include "tools/mediactl/output.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
+#include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
 namespace mediactl {
 

@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <memory>
 
-#include "libvxMediaRTOSDB/src/zep_queries.h"
 #include "tools/mediactl/command_line.h"
 #include "tools/mediactl/output.h"
+#include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
 namespace mediactl {
 

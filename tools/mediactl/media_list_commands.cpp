@@ -3,8 +3,6 @@
 #include <memory>
 #include <optional>
 
-#include "medialist/sort_rules.h"
-#include "medialist/zep_media_list.h"
 #include "simulator/card/input_error.h"
 #include "tools/mediactl/argument_forms.h"
 #include "tools/mediactl/command_line.h"
@@ -12,6 +10,8 @@
 #include "tools/mediactl/input_file.h"
 #include "tools/mediactl/output.h"
 #include "tools/mediactl/rules_file.h"
+#include <mediacheckd/medialist/sort_rules.h>
+#include <mediacheckd/medialist/zep_media_list.h>
 
 namespace mediactl {
 

@@ -1,5 +1,5 @@
 // model: the camera model and what depends on it.
-#include "libvxMediaRTOSDB/src/model_number.h"
+#include <mediacheckd/vxMediaRTOSDB/model_number.h>
 
 #include "tools/mediactl/command_line.h"
 #include "tools/mediactl/output.h"

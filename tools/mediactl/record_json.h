@@ -5,8 +5,8 @@
 #include <span>
 #include <string>
 
-#include "libvxMediaRTOSDB/src/db_item_record.h"
 #include "tools/mediactl/output.h"
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
 namespace mediactl {
 

@@ -4,11 +4,11 @@
 #include <climits>
 #include <memory>
 
-#include "libvxMediaRTOSDB/src/db_requests.h"
-#include "libvxMediaRTOSDB/src/media_list.h"
-#include "libvxMediaRTOSDB/src/media_metadata.h"
 #include "tools/mediactl/command_line.h"
 #include "tools/mediactl/output.h"
+#include <mediacheckd/vxMediaRTOSDB/db_requests.h>
+#include <mediacheckd/vxMediaRTOSDB/media_list.h>
+#include <mediacheckd/vxMediaRTOSDB/media_metadata.h>
 
 namespace mediactl {
 

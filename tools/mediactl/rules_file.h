@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "medialist/upload_rule.h"
+#include <mediacheckd/medialist/upload_rule.h>
 
 namespace mediactl {
 

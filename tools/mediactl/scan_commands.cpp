@@ -2,10 +2,10 @@
 #include <memory>
 #include <vector>
 
-#include "libvxMediaRTOSDB/src/directory_scan.h"
 #include "tools/mediactl/command_line.h"
 #include "tools/mediactl/output.h"
 #include "tools/mediactl/record_json.h"
+#include <mediacheckd/vxMediaRTOSDB/directory_scan.h>
 
 namespace mediactl {
 

@@ -1,6 +1,6 @@
 // nph-medialist: answers a media-list query.
-#include "libvxMediaRTOSDB/src/media_list.h"
 #include "tools/nph/query_string.h"
+#include <mediacheckd/vxMediaRTOSDB/media_list.h>
 
 // The response tells how it went; to the server the program has done what it is for.
 int main() {

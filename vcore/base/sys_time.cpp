@@ -1,4 +1,4 @@
-#include "vcore/sys_time.h"
+#include <mediacheckd/vcore/sys_time.h>
 
 #include <ctime>
 

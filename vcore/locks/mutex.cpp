@@ -1,4 +1,4 @@
-#include "vcore/mutex.h"
+#include <mediacheckd/vcore/mutex.h>
 
 namespace vcore {
 

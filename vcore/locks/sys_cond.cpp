@@ -1,4 +1,4 @@
-#include "vcore/sys_cond.h"
+#include <mediacheckd/vcore/sys_cond.h>
 
 #include <cerrno>
 

@@ -1,4 +1,4 @@
-#include "vcore/sys_mutex.h"
+#include <mediacheckd/vcore/sys_mutex.h>
 
 #include "vcore/base/heap_storage.h"
 

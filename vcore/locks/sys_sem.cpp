@@ -1,4 +1,4 @@
-#include "vcore/sys_sem.h"
+#include <mediacheckd/vcore/sys_sem.h>
 
 #include <fcntl.h>
 

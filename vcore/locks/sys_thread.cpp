@@ -1,4 +1,4 @@
-#include "vcore/sys_thread.h"
+#include <mediacheckd/vcore/sys_thread.h>
 
 #include <cstring>
 

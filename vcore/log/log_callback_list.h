@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "vcore/log_sink.h"
+#include <mediacheckd/vcore/log_sink.h>
 
 struct log_callback_list {
     std::vector<log_callback_t> entries;

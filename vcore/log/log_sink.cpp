@@ -1,4 +1,4 @@
-#include "vcore/log_sink.h"
+#include <mediacheckd/vcore/log_sink.h>
 
 #include <algorithm>
 #include <cstdlib>

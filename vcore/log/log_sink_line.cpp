@@ -7,7 +7,7 @@
 
 #include "vcore/log/log_callback_list.h"
 #include "vcore/log/log_filter.h"
-#include "vcore/log_sink.h"
+#include <mediacheckd/vcore/log_sink.h>
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "vcore/logger.h"
+#include <mediacheckd/vcore/logger.h>
 
 #include "vcore/log/log_filter.h"
 

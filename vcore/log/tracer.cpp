@@ -1,6 +1,6 @@
-#include "vcore/tracer.h"
+#include <mediacheckd/vcore/tracer.h>
 
-#include "vcore/logger.h"
+#include <mediacheckd/vcore/logger.h>
 
 namespace vcore {
 

@@ -1,4 +1,4 @@
-#include "vcore/card_id.h"
+#include <mediacheckd/vcore/card_id.h>
 
 #include <sys/stat.h>
 #include <unistd.h>

@@ -1,4 +1,4 @@
-#include "vcore/daemon_init.h"
+#include <mediacheckd/vcore/daemon_init.h>
 
 #include <sys/resource.h>
 #include <sys/stat.h>

@@ -1,4 +1,4 @@
-#include "vcore/vx_errno.h"
+#include <mediacheckd/vcore/vx_errno.h>
 
 #define NAMED(code) \
     { #code, code }

@@ -1,6 +1,6 @@
 #include "libvxMediaRTOSDB/src/exchange/db_checks.h"
 
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 void correctCount(const db_request_header& request, db_response_header* response,
                   uint32_t logLevel) {

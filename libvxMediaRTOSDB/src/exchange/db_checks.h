@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "libvxMediaRTOSDB/src/db_requests.h"
-#include "libvxMediaRTOSDB/src/db_responses.h"
+#include <mediacheckd/vxMediaRTOSDB/db_requests.h>
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 
 // Tells whether the result of an exchange, negative on failure, covers a response header.
 constexpr bool holdsResponseHeader(int bytesReceived) {

@@ -1,12 +1,12 @@
-#include "libvxMediaRTOSDB/src/rtos_connection.h"
+#include <mediacheckd/vxMediaRTOSDB/rtos_connection.h>
 
 #include <cstring>
 
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/exchange/retry_pause.h"
 #include "libvxMediaRTOSDB/src/log/hex_dump.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

@@ -1,7 +1,7 @@
 // A connection to the media database that closes itself when the query that opened it ends.
 #pragma once
 
-#include "libvxMediaRTOSDB/src/rtos_connection.h"
+#include <mediacheckd/vxMediaRTOSDB/rtos_connection.h>
 
 class RtosConnectionGuard {
   public:

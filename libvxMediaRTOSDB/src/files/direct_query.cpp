@@ -1,11 +1,11 @@
 #include "libvxMediaRTOSDB/src/files/direct_query.h"
 
-#include "libvxMediaRTOSDB/src/db_item_record.h"
 #include "libvxMediaRTOSDB/src/exchange/db_checks.h"
 #include "libvxMediaRTOSDB/src/log/hex_dump.h"
 #include "libvxMediaRTOSDB/src/records/db_log.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
-#include "platform/vxipc.h"
+#include <mediacheckd/platform/vxipc.h>
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 int DirectExchange::run(const void* request, size_t requestSize) {
     if (mConnection.result() < 0)

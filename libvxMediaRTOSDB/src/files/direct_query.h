@@ -7,12 +7,12 @@
 #include <cstdint>
 #include <span>
 
-#include "libvxMediaRTOSDB/src/db_requests.h"
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
 #include "libvxMediaRTOSDB/src/log/elapsed_time.h"
 #include "libvxMediaRTOSDB/src/records/record_reader.h"
 #include "libvxMediaRTOSDB/src/records/request_header.h"
+#include <mediacheckd/vxMediaRTOSDB/db_requests.h>
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 
 // In what the direct queries differ, besides their request and what they copy.
 struct DirectQuery {

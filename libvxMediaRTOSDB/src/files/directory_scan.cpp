@@ -1,17 +1,17 @@
-#include "libvxMediaRTOSDB/src/directory_scan.h"
+#include <mediacheckd/vxMediaRTOSDB/directory_scan.h>
 
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <span>
 
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
 #include "libvxMediaRTOSDB/src/records/db_log.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "libvxMediaRTOSDB/src/records/record_reader.h"
 #include "libvxMediaRTOSDB/src/records/request_header.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "libvxMediaRTOSDB/src/file_queries.h"
+#include <mediacheckd/vxMediaRTOSDB/file_queries.h>
 
 #include <algorithm>
 #include <cstring>
@@ -8,7 +8,7 @@
 #include "libvxMediaRTOSDB/src/files/direct_query.h"
 #include "libvxMediaRTOSDB/src/records/member_mask.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

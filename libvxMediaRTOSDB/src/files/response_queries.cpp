@@ -1,13 +1,13 @@
-#include "libvxMediaRTOSDB/src/response_queries.h"
+#include <mediacheckd/vxMediaRTOSDB/response_queries.h>
 
 #include <span>
 
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/files/status_query.h"
-#include "libvxMediaRTOSDB/src/http_status.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
 #include "libvxMediaRTOSDB/src/records/record_reader.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

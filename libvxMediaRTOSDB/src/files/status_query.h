@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <span>
 
-#include "libvxMediaRTOSDB/src/db_requests.h"
-#include "libvxMediaRTOSDB/src/rtos_connection.h"
+#include <mediacheckd/vxMediaRTOSDB/db_requests.h>
+#include <mediacheckd/vxMediaRTOSDB/rtos_connection.h>
 
 // A response and the HTTP status that stands for it. With HTTP_OK it holds at least the response
 // header.

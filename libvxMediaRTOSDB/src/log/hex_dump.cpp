@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 void hexDump(const char* label, const void* bytes, int length) {
     if (g_logLevel <= UTIL_LOG_INFO)

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "platform/debug_level.h"
+#include <mediacheckd/platform/debug_level.h>
 
 namespace {
 

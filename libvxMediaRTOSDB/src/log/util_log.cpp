@@ -1,4 +1,4 @@
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 #include <syslog.h>
 

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "libvxMediaRTOSDB/src/names/member_names.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

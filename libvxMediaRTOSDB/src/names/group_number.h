@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "libvxMediaRTOSDB/src/db_item_record.h"
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
 // Returns the number of the group's record or, when that is 0, the number that the item's file name
 // carries, which is logged: two letters at the third place counted from 1001 (AA), else three

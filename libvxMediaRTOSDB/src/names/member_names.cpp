@@ -6,9 +6,9 @@
 #include <initializer_list>
 #include <string_view>
 
-#include "libvxMediaRTOSDB/src/model_number.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/model_number.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-#include "libvxMediaRTOSDB/src/db_item_record.h"
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
 // Group numbers from this one on are written as two letters, AA first, BA after AZ.
 constexpr uint32_t kFirstLetteredGroup = 1001;

@@ -1,9 +1,9 @@
-#include "libvxMediaRTOSDB/src/model_number.h"
+#include <mediacheckd/vxMediaRTOSDB/model_number.h>
 
 #include <cstring>
 
-#include "libvxMediaRTOSDB/src/util_log.h"
-#include "platform/csi.h"
+#include <mediacheckd/platform/csi.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

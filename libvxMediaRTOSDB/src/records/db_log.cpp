@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

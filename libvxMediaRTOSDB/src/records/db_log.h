@@ -1,8 +1,8 @@
 // Logs the fields of requests and response headers, one a line, at UTIL_LOG_DEBUG.
 #pragma once
 
-#include "libvxMediaRTOSDB/src/db_requests.h"
-#include "libvxMediaRTOSDB/src/db_responses.h"
+#include <mediacheckd/vxMediaRTOSDB/db_requests.h>
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 
 void logRequest(const db_request_header& request);
 void logRequest(const db_list_request& request);

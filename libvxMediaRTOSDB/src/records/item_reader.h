@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <span>
 
-#include "libvxMediaRTOSDB/src/db_item_record.h"
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
 enum class ItemStatus {
     kOk,

@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <span>
 
-#include "libvxMediaRTOSDB/src/db_item_record.h"
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
 // File names carry four digits, so no group spans more numbers than this.
 constexpr uint32_t kMaxGroupSpan = 10000;

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "libvxMediaRTOSDB/src/db_requests.h"
+#include <mediacheckd/vxMediaRTOSDB/db_requests.h>
 
 // Returns the tag that a request carries for a pointer: its low 32 bits.
 inline uint32_t tokenOf(const void* pointer) {

@@ -7,8 +7,8 @@
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "libvxMediaRTOSDB/src/records/record_reader.h"
 #include "libvxMediaRTOSDB/src/records/request_header.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
-#include "libvxMediaRTOSDB/src/zep_queries.h"
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
+#include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "libvxMediaRTOSDB/src/list_query.h"
+#include <mediacheckd/vxMediaRTOSDB/list_query.h>
 
 #include "libvxMediaRTOSDB/src/exchange/db_checks.h"
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
 #include "libvxMediaRTOSDB/src/records/db_log.h"
 #include "libvxMediaRTOSDB/src/records/request_header.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 int queryRTOSdb(uint32_t request_count, uint32_t starting_index, const void* token, void* response,
                 uint32_t list_options, uint32_t query_options, int* pBytesRead) {

@@ -1,10 +1,10 @@
-#include "libvxMediaRTOSDB/src/db_responses.h"
-#include "libvxMediaRTOSDB/src/list_query.h"
 #include "libvxMediaRTOSDB/src/log/elapsed_time.h"
-#include "libvxMediaRTOSDB/src/page_walker.h"
 #include "libvxMediaRTOSDB/src/records/record_reader.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
-#include "libvxMediaRTOSDB/src/zep_queries.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
+#include <mediacheckd/vxMediaRTOSDB/list_query.h>
+#include <mediacheckd/vxMediaRTOSDB/page_walker.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
+#include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
 namespace {
 

@@ -1,9 +1,8 @@
-#include "libvxMediaRTOSDB/src/page_walker.h"
+#include <mediacheckd/vxMediaRTOSDB/page_walker.h>
 
 #include <algorithm>
 #include <cstdio>
 
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/exchange/db_checks.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
 #include "libvxMediaRTOSDB/src/names/member_names.h"
@@ -11,7 +10,8 @@
 #include "libvxMediaRTOSDB/src/records/member_mask.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "libvxMediaRTOSDB/src/upload/video_duration.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

@@ -2,11 +2,11 @@
 
 #include <array>
 
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
-#include "libvxMediaRTOSDB/src/http_status.h"
-#include "libvxMediaRTOSDB/src/response_queries.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
+#include <mediacheckd/vxMediaRTOSDB/response_queries.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 void getVideoDuration(const char* dirName, const char* fileName, uint32_t* durationMs) {
     *durationMs = 0;

@@ -7,9 +7,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "libvxMediaRTOSDB/src/db_requests.h"
-#include "libvxMediaRTOSDB/src/media_db_output.h"
-#include "libvxMediaRTOSDB/src/text_buffer.h"
+#include <mediacheckd/vxMediaRTOSDB/db_requests.h>
+#include <mediacheckd/vxMediaRTOSDB/media_db_output.h>
+#include <mediacheckd/vxMediaRTOSDB/text_buffer.h>
 
 class FileGroups {
   public:

@@ -10,7 +10,7 @@
 #include "libvxMediaRTOSDB/src/records/member_mask.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "libvxMediaRTOSDB/src/records/request_header.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 GroupMembers::GroupMembers(rtosConnection* connection, const ListItem& group)
     : mConnection(connection),

@@ -4,14 +4,14 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "libvxMediaRTOSDB/src/db_requests.h"
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/http/list/item_keys.h"
-#include "libvxMediaRTOSDB/src/http_status.h"
 #include "libvxMediaRTOSDB/src/names/member_names.h"
 #include "libvxMediaRTOSDB/src/records/item_reader.h"
 #include "libvxMediaRTOSDB/src/records/record_reader.h"
-#include "libvxMediaRTOSDB/src/rtos_connection.h"
+#include <mediacheckd/vxMediaRTOSDB/db_requests.h>
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
+#include <mediacheckd/vxMediaRTOSDB/rtos_connection.h>
 
 // Asks for many members at once: a request names up to 74. The response settles those that come
 // first, as many as fit; the next request starts behind them.

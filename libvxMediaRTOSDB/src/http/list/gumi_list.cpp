@@ -3,18 +3,18 @@
 #include <algorithm>
 #include <string_view>
 
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/http/list/media_document.h"
 #include "libvxMediaRTOSDB/src/http/query/text_split.h"
 #include "libvxMediaRTOSDB/src/http/response/http_output.h"
-#include "libvxMediaRTOSDB/src/http_status.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
-#include "libvxMediaRTOSDB/src/media_db_output.h"
-#include "libvxMediaRTOSDB/src/media_formatters.h"
-#include "libvxMediaRTOSDB/src/query_settings.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
-#include "libvxMediaRTOSDB/src/response_queries.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
+#include <mediacheckd/vxMediaRTOSDB/media_db_output.h>
+#include <mediacheckd/vxMediaRTOSDB/media_formatters.h>
+#include <mediacheckd/vxMediaRTOSDB/query_settings.h>
+#include <mediacheckd/vxMediaRTOSDB/response_queries.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

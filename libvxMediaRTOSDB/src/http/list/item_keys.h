@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <span>
 
-#include "libvxMediaRTOSDB/src/db_item_record.h"
 #include "libvxMediaRTOSDB/src/http/text/key_writer.h"
 #include "libvxMediaRTOSDB/src/records/item_reader.h"
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
 // The two lists, where their texts differ.
 enum class ListStyle {

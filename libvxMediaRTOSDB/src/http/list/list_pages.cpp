@@ -4,16 +4,16 @@
 #include <optional>
 #include <span>
 
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/exchange/db_checks.h"
 #include "libvxMediaRTOSDB/src/exchange/retry_pause.h"
 #include "libvxMediaRTOSDB/src/http/list/group_members.h"
-#include "libvxMediaRTOSDB/src/http_status.h"
 #include "libvxMediaRTOSDB/src/records/db_log.h"
 #include "libvxMediaRTOSDB/src/records/item_reader.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "libvxMediaRTOSDB/src/records/request_header.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

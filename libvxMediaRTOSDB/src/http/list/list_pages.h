@@ -3,10 +3,10 @@
 
 #include <cstdint>
 
-#include "libvxMediaRTOSDB/src/db_requests.h"
 #include "libvxMediaRTOSDB/src/http/list/file_groups.h"
 #include "libvxMediaRTOSDB/src/http/list/item_keys.h"
-#include "libvxMediaRTOSDB/src/rtos_connection.h"
+#include <mediacheckd/vxMediaRTOSDB/db_requests.h>
+#include <mediacheckd/vxMediaRTOSDB/rtos_connection.h>
 
 // What a list asks for and how it writes it.
 struct ListPlan {

@@ -1,7 +1,7 @@
 #include "libvxMediaRTOSDB/src/http/list/media_document.h"
 
 #include "libvxMediaRTOSDB/src/http/response/http_output.h"
-#include "libvxMediaRTOSDB/src/http_status.h"
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
 
 void printMediaDocument(int status, const MediaDocument& document) {
     printHeader(status);

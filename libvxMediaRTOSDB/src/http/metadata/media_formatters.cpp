@@ -1,4 +1,4 @@
-#include "libvxMediaRTOSDB/src/media_formatters.h"
+#include <mediacheckd/vxMediaRTOSDB/media_formatters.h>
 
 #include "libvxMediaRTOSDB/src/http/text/key_writer.h"
 #include "libvxMediaRTOSDB/src/http/text/media_values.h"

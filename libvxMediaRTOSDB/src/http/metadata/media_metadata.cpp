@@ -1,17 +1,17 @@
-#include "libvxMediaRTOSDB/src/media_metadata.h"
+#include <mediacheckd/vxMediaRTOSDB/media_metadata.h>
 
-#include "libvxMediaRTOSDB/src/db_responses.h"
 #include "libvxMediaRTOSDB/src/http/response/http_output.h"
 #include "libvxMediaRTOSDB/src/http/response/response_start.h"
 #include "libvxMediaRTOSDB/src/http/text/key_writer.h"
 #include "libvxMediaRTOSDB/src/http/text/media_values.h"
 #include "libvxMediaRTOSDB/src/http/text/video_keys.h"
-#include "libvxMediaRTOSDB/src/http_status.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
-#include "libvxMediaRTOSDB/src/media_formatters.h"
-#include "libvxMediaRTOSDB/src/metadata_query.h"
-#include "libvxMediaRTOSDB/src/response_queries.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
+#include <mediacheckd/vxMediaRTOSDB/media_formatters.h>
+#include <mediacheckd/vxMediaRTOSDB/metadata_query.h>
+#include <mediacheckd/vxMediaRTOSDB/response_queries.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

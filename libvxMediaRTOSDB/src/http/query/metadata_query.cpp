@@ -1,4 +1,4 @@
-#include "libvxMediaRTOSDB/src/metadata_query.h"
+#include <mediacheckd/vxMediaRTOSDB/metadata_query.h>
 
 #include <algorithm>
 #include <string_view>
@@ -6,10 +6,10 @@
 #include "libvxMediaRTOSDB/src/http/query/query_data_set.h"
 #include "libvxMediaRTOSDB/src/http/query/query_value.h"
 #include "libvxMediaRTOSDB/src/http/query/text_split.h"
-#include "libvxMediaRTOSDB/src/http_status.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
-#include "libvxMediaRTOSDB/src/query_status.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
+#include <mediacheckd/vxMediaRTOSDB/query_status.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

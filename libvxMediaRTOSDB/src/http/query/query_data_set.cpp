@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "libvxMediaRTOSDB/src/http_status.h"
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
 
 int parseDataSet(std::string_view query, const QueryKey& key, std::span<const DataSet> dataSets,
                  QuerySettings* pSettings) {

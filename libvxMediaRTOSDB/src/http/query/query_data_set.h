@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "libvxMediaRTOSDB/src/http/query/query_value.h"
-#include "libvxMediaRTOSDB/src/query_settings.h"
+#include <mediacheckd/vxMediaRTOSDB/query_settings.h>
 
 // A value of the key and what it asks for.
 struct DataSet {

@@ -1,6 +1,6 @@
 #include "libvxMediaRTOSDB/src/http/query/query_fields.h"
 
-#include "libvxMediaRTOSDB/src/query_settings.h"
+#include <mediacheckd/vxMediaRTOSDB/query_settings.h>
 
 namespace {
 

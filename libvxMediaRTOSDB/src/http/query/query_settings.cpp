@@ -1,6 +1,6 @@
-#include "libvxMediaRTOSDB/src/query_settings.h"
+#include <mediacheckd/vxMediaRTOSDB/query_settings.h>
 
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 void logSettings(const QuerySettings& settings) {
     UTIL_LOG(UTIL_LOG_DEBUG, "pSettings->filter = 0x%08x", settings.filter);

@@ -1,11 +1,11 @@
-#include "libvxMediaRTOSDB/src/query_status.h"
+#include <mediacheckd/vxMediaRTOSDB/query_status.h>
 
 #include <charconv>
 #include <string_view>
 
 #include "libvxMediaRTOSDB/src/http/query/query_value.h"
-#include "libvxMediaRTOSDB/src/http_status.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
 
 namespace {
 

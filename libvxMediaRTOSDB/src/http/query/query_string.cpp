@@ -1,4 +1,4 @@
-#include "libvxMediaRTOSDB/src/query_string.h"
+#include <mediacheckd/vxMediaRTOSDB/query_string.h>
 
 #include <strings.h>
 

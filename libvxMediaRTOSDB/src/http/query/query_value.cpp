@@ -1,8 +1,8 @@
 #include "libvxMediaRTOSDB/src/http/query/query_value.h"
 
-#include "libvxMediaRTOSDB/src/http_status.h"
-#include "libvxMediaRTOSDB/src/query_string.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
+#include <mediacheckd/vxMediaRTOSDB/query_string.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include "libvxMediaRTOSDB/src/media_db_output.h"
+#include <mediacheckd/vxMediaRTOSDB/media_db_output.h>
 
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 int vxMediaDBOutputCtor(vxMediaDBOutput* pOutput, void* outputHandle) {
     UTIL_ASSERT(pOutput);

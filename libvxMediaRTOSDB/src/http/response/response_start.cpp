@@ -1,7 +1,7 @@
 #include "libvxMediaRTOSDB/src/http/response/response_start.h"
 
-#include "libvxMediaRTOSDB/src/http_status.h"
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 CardIdentity::CardIdentity() : mKnown(getCardIDStr(mText) == 0) {
     if (!mKnown)

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
-#include "vcore/card_id.h"
+#include <mediacheckd/vcore/card_id.h>
 
 // The identity as responses give it: "0" for a card that has none.
 class CardIdentity {

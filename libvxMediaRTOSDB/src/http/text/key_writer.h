@@ -7,9 +7,9 @@
 #include <span>
 #include <string_view>
 
-#include "libvxMediaRTOSDB/src/http_status.h"
-#include "libvxMediaRTOSDB/src/query_settings.h"
-#include "libvxMediaRTOSDB/src/text_buffer.h"
+#include <mediacheckd/vxMediaRTOSDB/http_status.h>
+#include <mediacheckd/vxMediaRTOSDB/query_settings.h>
+#include <mediacheckd/vxMediaRTOSDB/text_buffer.h>
 
 // Texts joined by ",".
 class JoinedText {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "libvxMediaRTOSDB/src/db_item_record.h"
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
 // Tells whether any of the attributes is set.
 constexpr bool hasAttribute(const db_item_record& item, uint32_t attributes) {

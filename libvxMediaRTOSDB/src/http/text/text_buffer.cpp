@@ -1,8 +1,8 @@
-#include "libvxMediaRTOSDB/src/text_buffer.h"
+#include <mediacheckd/vxMediaRTOSDB/text_buffer.h>
 
 #include <new>
 
-#include "libvxMediaRTOSDB/src/util_log.h"
+#include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "libvxMediaRTOSDB/src/text_part.h"
+#include <mediacheckd/vxMediaRTOSDB/text_part.h>
 
 namespace {
 

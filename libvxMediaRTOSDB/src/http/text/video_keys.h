@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "libvxMediaRTOSDB/src/db_item_record.h"
 #include "libvxMediaRTOSDB/src/http/text/key_writer.h"
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
 // Per-file metadata lists no more highlights than these.
 constexpr uint32_t kMaxListedHighlights = 99;

@@ -1,0 +1,60 @@
+# Adds a library of the system in two forms of the same objects: NAME, static, and NAME_shared, whose
+# file exports the names in the linker's version script NAME.map and nothing else. Both carry the
+# folder include/, which is installed as it stands.
+#   mediacheckd_library(NAME SOURCES file... [PUBLIC target...] [PRIVATE target...]
+#                       [SHARED_ONLY target...])
+# SHARED_ONLY: what the shared form links besides; who links the static one chooses it.
+# A program in a build tree or of an installed package links mediacheckd::NAME, the shared form, or
+# mediacheckd::NAME_static.
+function(mediacheckd_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;PUBLIC;PRIVATE;SHARED_ONLY")
+    set(include "")
+    if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/include)
+        set(include $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>)
+        install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+    endif()
+
+    set(objects ${name}_objects)
+    add_library(${objects} OBJECT ${arg_SOURCES})
+    set_target_properties(${objects} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+    # A component that defines one of these names again takes nothing over inside the library.
+    target_compile_options(${objects} PRIVATE -fno-semantic-interposition)
+    target_include_directories(${objects} PUBLIC ${include})
+    target_link_libraries(${objects} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+
+    add_library(${name} STATIC $<TARGET_OBJECTS:${objects}>)
+    set_target_properties(${name} PROPERTIES EXPORT_NAME ${name}_static)
+    target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+    add_library(mediacheckd::${name}_static ALIAS ${name})
+
+    set(shared ${name}_shared)
+    add_library(${shared} SHARED $<TARGET_OBJECTS:${objects}>)
+    set(script ${CMAKE_CURRENT_SOURCE_DIR}/${name}.map)
+    set_target_properties(${shared} PROPERTIES
+        EXPORT_NAME ${name}
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        LINK_DEPENDS ${script})
+    target_link_options(${shared} PRIVATE
+        -Wl,--version-script=${script} -Wl,--no-undefined-version)
+    foreach(library ${arg_PUBLIC} ${arg_PRIVATE} ${arg_SHARED_ONLY})
+        set(kind PRIVATE)
+        if(library IN_LIST arg_PUBLIC)
+            set(kind PUBLIC)
+        endif()
+        if(TARGET ${library}_shared)
+            set(library ${library}_shared)
+        endif()
+        target_link_libraries(${shared} ${kind} ${library})
+    endforeach()
+    add_library(mediacheckd::${name} ALIAS ${shared})
+
+    foreach(target ${name} ${shared})
+        set_target_properties(${target} PROPERTIES
+            LINKER_LANGUAGE CXX
+            OUTPUT_NAME ${name})
+        target_include_directories(${target} PUBLIC ${include})
+    endforeach()
+    install(TARGETS ${name} ${shared} EXPORT mediacheckd
+        INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+endfunction()

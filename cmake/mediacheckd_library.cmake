@@ -2,12 +2,13 @@
 # file exports the names in the linker's version script NAME.map and nothing else. Both carry the
 # folder include/, which is installed as it stands.
 #   mediacheckd_library(NAME SOURCES file... [PUBLIC target...] [PRIVATE target...]
-#                       [SHARED_ONLY target...])
-# SHARED_ONLY: what the shared form links besides; who links the static one chooses it.
+#                       [SHARED_ONLY target...] [DESCRIPTION text])
+# SHARED_ONLY: what the shared form links besides; who links the static one chooses it. With a
+# description, the library has a pkg-config file, mediacheckd-NAME.pc.
 # A program in a build tree or of an installed package links mediacheckd::NAME, the shared form, or
 # mediacheckd::NAME_static.
 function(mediacheckd_library name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;PUBLIC;PRIVATE;SHARED_ONLY")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "DESCRIPTION" "SOURCES;PUBLIC;PRIVATE;SHARED_ONLY")
     set(include "")
     if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/include)
         set(include $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>)
@@ -24,7 +25,8 @@ function(mediacheckd_library name)
 
     add_library(${name} STATIC $<TARGET_OBJECTS:${objects}>)
     set_target_properties(${name} PROPERTIES EXPORT_NAME ${name}_static)
-    target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+    # A program in C that links the archive links the C++ library without knowing of it.
+    target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE} stdc++ m)
     add_library(mediacheckd::${name}_static ALIAS ${name})
 
     set(shared ${name}_shared)
@@ -57,4 +59,31 @@ function(mediacheckd_library name)
     endforeach()
     install(TARGETS ${name} ${shared} EXPORT mediacheckd
         INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+    if(arg_DESCRIPTION)
+        mediacheckd_pkg_config(${name} "${arg_DESCRIPTION}" "${arg_PUBLIC};${arg_PRIVATE}")
+    endif()
+endfunction()
+
+# Installs mediacheckd-NAME.pc. Libraries of the project among those linked are required by their own
+# files, others are linked by name, and who links the archives links the C++ library as well.
+function(mediacheckd_pkg_config name description libraries)
+    set(requires "")
+    set(libs_private -lstdc++ -lm)
+    foreach(library ${libraries})
+        if(TARGET ${library}_shared)
+            list(APPEND requires mediacheckd-${library})
+        elseif(library STREQUAL Threads::Threads)
+            list(APPEND libs_private -pthread)
+        elseif(NOT TARGET ${library})
+            list(APPEND libs_private -l${library})
+        endif()
+    endforeach()
+    list(JOIN requires ", " requires)
+    list(JOIN libs_private " " libs_private)
+    # The installed tree may be moved as a whole.
+    file(RELATIVE_PATH to_prefix /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+    string(REGEX REPLACE "/$" "" to_prefix ${to_prefix})
+    set(file ${CMAKE_CURRENT_BINARY_DIR}/mediacheckd-${name}.pc)
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/mediacheckd.pc.in ${file} @ONLY)
+    install(FILES ${file} DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endfunction()

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "app/event_queue.h"
+#include "vcore/base/standard_output.h"
 #include <mediacheckd/medialist/zep_media_list.h>
 #include <mediacheckd/vcore/log.h>
 
@@ -34,6 +35,7 @@ int main(int argc, char** argv) {
     const mqd_t queue = openEventQueue();
     if (queue == -1) {
         VLOG_ERROR("Failed to open message queue\n");
+        vcore::flushStandardOutput();
         exit(-1);
     }
 
@@ -43,7 +45,7 @@ int main(int argc, char** argv) {
     sendEvent(queue, eventFor(match));
     closeEventQueue(queue);
 
-    fflush(stdout);
+    vcore::flushStandardOutput();
     for (;;) {
         sleep(kIdleSeconds);
     }

@@ -1,6 +1,8 @@
 #include <array>
 #include <cstdio>
+#include <string>
 
+#include "vcore/base/standard_output.h"
 #include <mediacheckd/medialist/zep_media_list.h>
 #include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
@@ -10,14 +12,17 @@ using Histogram = std::array<uint32_t, 32>;
 
 constexpr unsigned kSelectableBuckets = 5;
 
-// Flushed at once: whoever reads it through a pipe sees it before the program idles.
+// Whoever reads it through a pipe sees it before the program goes on; nobody can hold the program
+// up.
 void printHistogram(const Histogram& histogram) {
-    puts("\nZEPMediaList::matchHistogram() histogram dump:");
+    std::string dump = "\nZEPMediaList::matchHistogram() histogram dump:\n";
     for (unsigned i = 0; i < histogram.size(); ++i) {
-        printf(" h[%d]=%d ", i, histogram[i]);
+        char bucket[32];
+        snprintf(bucket, sizeof bucket, " h[%d]=%d ", static_cast<int>(i),
+                 static_cast<int>(histogram[i]));
+        dump += bucket;
     }
-    putchar('\n');
-    fflush(stdout);
+    vcore::showText(dump += '\n');
 }
 
 bool holdsSelected(const Histogram& histogram, int mask) {

@@ -5,6 +5,7 @@
 #include <ctime>
 #include <memory>
 
+#include "vcore/base/standard_output.h"
 #include "vcore/log/log_callback_list.h"
 #include "vcore/log/log_filter.h"
 #include <mediacheckd/vcore/log_sink.h>
@@ -120,9 +121,10 @@ void emitTo(FILE* stream, const char* line) {
 
 void emit(const log_sink_t& sink, const char* line) {
     if ((sink.outputs & LOG_OUT_STDOUT) != 0) {
-        emitTo(stdout, line);
+        vcore::showText(line);
     }
     if ((sink.outputs & LOG_OUT_STDERR) != 0) {
+        const vcore::BrokenPipeGuard guard;
         emitTo(stderr, line);
     }
     if ((sink.outputs & LOG_OUT_FILE) != 0 && sink.stream != nullptr) {

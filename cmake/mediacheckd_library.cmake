@@ -15,11 +15,15 @@ function(mediacheckd_library name)
         install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
     endif()
 
+    # Public headers show time_t and timespec: 64 bits wide everywhere.
+    set(wide _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+
     set(objects ${name}_objects)
     add_library(${objects} OBJECT ${arg_SOURCES})
     set_target_properties(${objects} PROPERTIES POSITION_INDEPENDENT_CODE ON)
     # A component that defines one of these names again takes nothing over inside the library.
     target_compile_options(${objects} PRIVATE -fno-semantic-interposition)
+    target_compile_definitions(${objects} PUBLIC ${wide})
     target_include_directories(${objects} PUBLIC ${include})
     target_link_libraries(${objects} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
 
@@ -55,6 +59,7 @@ function(mediacheckd_library name)
         set_target_properties(${target} PROPERTIES
             LINKER_LANGUAGE CXX
             OUTPUT_NAME ${name})
+        target_compile_definitions(${target} PUBLIC ${wide})
         target_include_directories(${target} PUBLIC ${include})
     endforeach()
     install(TARGETS ${name} ${shared} EXPORT mediacheckd

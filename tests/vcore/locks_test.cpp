@@ -5,7 +5,7 @@
 #include <string>
 #include <thread>
 
-#include "vcore/base/deadline.h"
+#include "vcore/base/clock.h"
 #include <mediacheckd/vcore/mutex.h>
 #include <mediacheckd/vcore/sys_cond.h>
 #include <mediacheckd/vcore/sys_sem.h>
@@ -40,7 +40,7 @@ TEST(Mutex, IsFreeAfterAsManyUnlocksAsLocks) {
 }
 
 TEST(Condition, TellsSignalTimeOutAndFailureApart) {
-    const timespec deadline = deadlineAfter({7, 600000}, 1500);
+    const timespec deadline = vcore::deadlineAfter({7, 600000}, 1500);
     EXPECT_TRUE(deadline.tv_sec == 9 && deadline.tv_nsec == 100000000);
     vcore::Mutex mutex;
     pthread_cond_t* const cond = sys_cond_create();

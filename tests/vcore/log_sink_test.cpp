@@ -1,13 +1,17 @@
 #include <mediacheckd/vcore/log_sink.h>
 
 #include <gtest/gtest.h>
+#include <sys/time.h>
 
 #include <ctime>
-#include <thread>
+#include <utility>
 
 #include "tests/support/captured_sink.h"
 
 namespace {
+
+// What the clock reads while it is not 0.
+int64_t clockReads = 0;
 
 void onLine(const char* line) {
     CapturedSink::keep("too ", line);
@@ -26,6 +30,21 @@ std::string written(log_sink_t* sink, const std::string& message) {
     EXPECT_EQ(log_sink_printf(sink, 3, 1, "%s", message.c_str()), 0);
     return CapturedSink::take();
 }
+
+}  // namespace
+
+// The clock of this program. As the system's, it fails with a time that does not fit.
+extern "C" int gettimeofday(timeval* now, void*) noexcept {
+    timespec real{};
+    clock_gettime(CLOCK_REALTIME, &real);
+    *now = {real.tv_sec, real.tv_nsec / 1000};
+    if (clockReads != 0) {
+        *now = {static_cast<time_t>(clockReads), 0};
+    }
+    return now->tv_sec == clockReads || clockReads == 0 ? 0 : -1;
+}
+
+namespace {
 
 TEST(LogSink, FiltersByCategoryThresholdAndLevelMask) {
     struct {
@@ -69,12 +88,17 @@ TEST(LogSink, StampsLinesWithLocalTime) {
         return std::string(text, strftime(text, sizeof text, "%FT%T", localtime(&second)));
     };
     const CapturedSink sink;
-    setenv("TZ", "XYZ-05:30", 1);
-    const time_t before = time(nullptr);
-    // In a thread of its own, for which no second has been converted yet.
-    std::thread([&] { log_sink_printf(sink, 3, 1, "text"); }).join();
-    const std::string& line = CapturedSink::lastLine();
-    EXPECT_TRUE(line > stamp(before) && line < stamp(time(nullptr) + 1)) << line;
+    for (const char* zone : {"XYZ-05:30", "XYZ-07:30", ":/tmp/zone", "UTC0"}) {
+        setenv("TZ", zone, 1);
+        const time_t before = time(nullptr);
+        log_sink_printf(sink, 3, 1, "text");
+        const std::string& line = CapturedSink::lastLine();
+        EXPECT_TRUE(line > stamp(before) && line < stamp(time(nullptr) + 1)) << zone << line;
+    }
+    clockReads = 2524608000;
+    log_sink_printf(sink, 3, 1, "text");
+    EXPECT_TRUE(CapturedSink::lastLine().starts_with("2050-01-01T00:00:00.000 "));
+    clockReads = 0;
     unsetenv("TZ");
 }
 

@@ -1,6 +1,8 @@
 #include <mediacheckd/vcore/logger.h>
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -91,6 +93,40 @@ TEST(Logger, TagsLinesByLevelAndTracesScopes) {
     EXPECT_EQ(CapturedSink::take(),
               "  [TRACE]: int f(int) Enter\n  [ERROR]: 1%\n[WARNING]: w\n   [INFO]: i\n"
               "  [NOISE]: n\n  [TRACE]: int f(int) Exit\n");
+}
+
+// Its destructor runs when the logger's own globals would be gone.
+const struct LogsAtExit {
+    ~LogsAtExit() {
+        static const CapturedSink sink;
+        Logger::attach(sink);
+        VLOG_ERROR("late\n");
+        if (CapturedSink::take() != "  [ERROR]: late\n") {
+            _exit(1);
+        }
+    }
+} logsAtExit;
+
+TEST(Logger, LetsTheChildOfAForkLog) {
+    const Attached attached;
+    std::atomic<bool> done = false;
+    std::thread other([&] {
+        while (!done) {
+            Logger::get()->log(3, 1, "line");
+        }
+    });
+    for (int i = 0; i < 200; ++i) {
+        const pid_t child = fork();
+        if (child == 0) {
+            alarm(5);
+            _exit(Logger::get()->log(3, 1, "child"));
+        }
+        int status = -1;
+        waitpid(child, &status, 0);
+        ASSERT_EQ(status, 0);
+    }
+    done = true;
+    other.join();
 }
 
 TEST(Logger, WritesTheLinesOfThreadsOneAfterTheOther) {

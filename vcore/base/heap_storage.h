@@ -3,6 +3,8 @@
 
 #include <cstdlib>
 
+namespace vcore {
+
 // Returns zeroed storage, or null.
 template <typename T>
 T* newStorage() {
@@ -29,3 +31,5 @@ int destroyAndFree(T* storage, int (*destroy)(T*)) {
     free(storage);
     return result;
 }
+
+}  // namespace vcore

@@ -2,11 +2,11 @@
 
 #include <cerrno>
 
-#include "vcore/base/deadline.h"
+#include "vcore/base/clock.h"
 #include "vcore/base/heap_storage.h"
 
 pthread_cond_t* sys_cond_create() {
-    return newStorage<pthread_cond_t>();
+    return vcore::newStorage<pthread_cond_t>();
 }
 
 int sys_cond_init(pthread_cond_t* cond, const pthread_condattr_t* attr) {
@@ -35,9 +35,7 @@ int sys_cond_timedwait(pthread_cond_t* cond, pthread_mutex_t* mutex, const times
 }
 
 int sys_cond_timedwait_ms(pthread_cond_t* cond, pthread_mutex_t* mutex, int milliseconds) {
-    timeval now;
-    gettimeofday(&now, nullptr);
-    const timespec deadline = deadlineAfter(now, milliseconds);
+    const timespec deadline = vcore::deadlineAfter(vcore::realTime(), milliseconds);
     return sys_cond_timedwait(cond, mutex, &deadline);
 }
 
@@ -50,5 +48,5 @@ int sys_cond_broadcast(pthread_cond_t* cond) {
 }
 
 int sys_cond_free(pthread_cond_t* cond) {
-    return freeStorage(cond);
+    return vcore::freeStorage(cond);
 }

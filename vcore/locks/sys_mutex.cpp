@@ -18,7 +18,7 @@ int initRecursive(pthread_mutex_t* mutex) {
 }  // namespace
 
 pthread_mutex_t* sys_mutex_create() {
-    return newStorage<pthread_mutex_t>();
+    return vcore::newStorage<pthread_mutex_t>();
 }
 
 int sys_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attr) {
@@ -48,11 +48,11 @@ int sys_mutex_unlock(pthread_mutex_t* mutex) {
 }
 
 int sys_mutex_destroy(pthread_mutex_t* mutex) {
-    return destroyAndFree(mutex, pthread_mutex_destroy);
+    return vcore::destroyAndFree(mutex, pthread_mutex_destroy);
 }
 
 pthread_mutexattr_t* sys_mutexattr_create() {
-    return newStorage<pthread_mutexattr_t>();
+    return vcore::newStorage<pthread_mutexattr_t>();
 }
 
 int sys_mutexattr_init(pthread_mutexattr_t* attr) {
@@ -60,5 +60,5 @@ int sys_mutexattr_init(pthread_mutexattr_t* attr) {
 }
 
 int sys_mutexattr_destroy(pthread_mutexattr_t* attr) {
-    return destroyAndFree(attr, pthread_mutexattr_destroy);
+    return vcore::destroyAndFree(attr, pthread_mutexattr_destroy);
 }

@@ -9,7 +9,7 @@ static_assert(sizeof(void*) != 4 || sizeof(sys_sem_t) == 3 * 4, "three fields of
 namespace {
 
 sys_sem_t* newHandle(sem_t* sem, uint32_t ownsStorage) {
-    auto* const handle = newStorage<sys_sem_t>();
+    auto* const handle = vcore::newStorage<sys_sem_t>();
     if (handle != nullptr) {
         handle->sem = sem;
         handle->ownsStorage = ownsStorage;
@@ -41,7 +41,7 @@ int callUnlessBypassed(sys_sem_t* handle, int (*operation)(sem_t*)) {
 }  // namespace
 
 sys_sem_t* sys_sem_create(int pshared, unsigned value) {
-    auto* const sem = newStorage<sem_t>();
+    auto* const sem = vcore::newStorage<sem_t>();
     if (sem == nullptr) {
         return nullptr;
     }
@@ -95,5 +95,5 @@ int sys_sem_free(sys_sem_t* handle) {
     if (handle != nullptr && handle->ownsStorage != 0) {
         free(handle->sem);
     }
-    return freeStorage(handle);
+    return vcore::freeStorage(handle);
 }

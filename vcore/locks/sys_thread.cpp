@@ -11,11 +11,10 @@ sys_thread_t* sys_thread_create(const pthread_attr_t* attr, void* (*start)(void*
     if (start == nullptr) {
         return nullptr;
     }
-    auto* const handle = newStorage<sys_thread_t>();
+    auto* const handle = vcore::newStorage<sys_thread_t>();
     if (handle == nullptr) {
         return nullptr;
     }
-    // Filled before the thread starts, which may use the handle or even release it.
     handle->word = word;
     if (name != nullptr) {
         memcpy(handle->name, name, strnlen(name, sizeof handle->name));
@@ -32,7 +31,7 @@ void sys_thread_exit(void* result) {
 }
 
 int sys_thread_free(sys_thread_t* handle) {
-    return freeStorage(handle);
+    return vcore::freeStorage(handle);
 }
 
 int sys_thread_self(pthread_t* out) {
@@ -60,7 +59,7 @@ int sys_thread_join(sys_thread_t* handle, void** result) {
 }
 
 pthread_attr_t* sys_thread_attr_create() {
-    return newStorage<pthread_attr_t>();
+    return vcore::newStorage<pthread_attr_t>();
 }
 
 int sys_thread_attr_init(pthread_attr_t* attr) {
@@ -75,5 +74,5 @@ int sys_thread_attr_set_detached(pthread_attr_t* attr, int state) {
 }
 
 int sys_thread_attr_destroy(pthread_attr_t* attr) {
-    return destroyAndFree(attr, pthread_attr_destroy);
+    return vcore::destroyAndFree(attr, pthread_attr_destroy);
 }

@@ -6,7 +6,7 @@
 #include <new>
 
 #include "vcore/base/heap_storage.h"
-#include "vcore/log/log_callback_list.h"
+#include "vcore/log/log_sink_private.h"
 
 static_assert(sizeof(void*) != 4 || sizeof(log_sink_t) == 9 * 4, "nine fields of 32 bits");
 
@@ -42,7 +42,7 @@ bool hasCallbacks(const log_sink_t* sink) {
 }  // namespace
 
 log_sink_t* log_sink_create() {
-    auto* const sink = newStorage<log_sink_t>();
+    auto* const sink = vcore::newStorage<log_sink_t>();
     if (sink == nullptr) {
         return nullptr;
     }

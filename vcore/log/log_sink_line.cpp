@@ -1,13 +1,11 @@
-#include <sys/time.h>
-
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <memory>
 
+#include "vcore/base/clock.h"
 #include "vcore/base/standard_output.h"
-#include "vcore/log/log_callback_list.h"
-#include "vcore/log/log_filter.h"
+#include "vcore/log/log_sink_private.h"
 #include <mediacheckd/vcore/log_sink.h>
 
 namespace {
@@ -19,28 +17,6 @@ constexpr std::size_t kShortLineSize = 512;
 struct Free {
     void operator()(char* memory) const { free(memory); }
 };
-
-// The local time of a second as text, empty where it has none.
-struct Timestamp {
-    time_t second;
-    char text[kTimestampSize];
-    std::size_t length;
-};
-
-// Converts a second once: each conversion looks for a changed time zone file, which costs more than
-// writing the line.
-const Timestamp& timestampOf(time_t second) {
-    thread_local Timestamp latest{0, "", 0};
-    if (latest.length == 0 || latest.second != second) {
-        tzset();
-        tm local;
-        const bool converted = localtime_r(&second, &local) != nullptr;
-        latest.length =
-            converted ? strftime(latest.text, sizeof latest.text, "%Y-%m-%dT%H:%M:%S", &local) : 0;
-        latest.second = second;
-    }
-    return latest;
-}
 
 // One line under construction: timestamp, message and one newline.
 class Line {
@@ -62,11 +38,14 @@ class Line {
 };
 
 void Line::stamp() {
-    timeval now;
-    gettimeofday(&now, nullptr);
-    const Timestamp& timestamp = timestampOf(now.tv_sec);
-    memcpy(mShort, timestamp.text, timestamp.length);
-    char* rest = mShort + timestamp.length;
+    const timeval now = vcore::realTime();
+    // Converted for each line: whoever changes the time zone sees it in the next one.
+    tzset();
+    tm local;
+    char* rest = mShort;
+    if (localtime_r(&now.tv_sec, &local) != nullptr) {
+        rest += strftime(mShort, kTimestampSize, "%Y-%m-%dT%H:%M:%S", &local);
+    }
     const int milliseconds = static_cast<int>(now.tv_usec / 1000);
     *rest++ = '.';
     *rest++ = static_cast<char>('0' + milliseconds / 100);
@@ -157,7 +136,7 @@ int log_sink_vprintf(log_sink_t* sink, uint32_t category, uint32_t level, const 
     if (sink == nullptr || format == nullptr) {
         return 1;
     }
-    if (!passesFilters(*sink, category, level)) {
+    if (!vcore::passesFilters(*sink, category, level)) {
         return 0;
     }
     return writeLine(*sink, format, arguments);

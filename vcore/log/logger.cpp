@@ -1,15 +1,27 @@
 #include <mediacheckd/vcore/logger.h>
 
-#include "vcore/log/log_filter.h"
+#include <new>
+
+#include "vcore/log/log_sink_private.h"
 
 namespace vcore {
 
-Mutex Logger::sMutex;
+Logger::Lock Logger::sMutex;
 std::atomic<Logger*> Logger::sDebugLog;
+
+// A fork waits for the line that is being written. The child has a lock of its own, since it is not
+// the thread that holds its parent's.
+Logger::Lock::Lock() : mutex() {
+    pthread_atfork([] { sMutex.mutex.lock(); }, [] { sMutex.mutex.unlock(); },
+                   [] {
+                       sMutex.mutex.~Mutex();
+                       new (&sMutex.mutex) Mutex;
+                   });
+}
 
 void Logger::init(std::uint32_t level, std::uint32_t levelMask, std::uint32_t categoryMask,
                   std::uint32_t outputs, const std::string& path) {
-    const AutoLock lock(&sMutex);
+    const AutoLock lock(&sMutex.mutex);
     if (Logger* const logger = get()) {
         logger->configure(level, levelMask, categoryMask, outputs, path);
     } else {
@@ -18,9 +30,8 @@ void Logger::init(std::uint32_t level, std::uint32_t levelMask, std::uint32_t ca
 }
 
 void Logger::attach(log_sink_t* sink) {
-    const AutoLock lock(&sMutex);
-    delete sDebugLog.exchange(nullptr);
-    sDebugLog = new Logger(sink);
+    const AutoLock lock(&sMutex.mutex);
+    delete sDebugLog.exchange(new Logger(sink));
 }
 
 Logger::Logger(std::uint32_t level, std::uint32_t levelMask, std::uint32_t categoryMask,
@@ -44,7 +55,7 @@ Logger::~Logger() {
 }
 
 int Logger::log(std::uint32_t category, std::uint32_t level, const char* format, ...) {
-    const AutoLock lock(&sMutex);
+    const AutoLock lock(&sMutex.mutex);
     if (mSink == nullptr) {
         return 0;
     }
@@ -60,13 +71,13 @@ int Logger::log(std::uint32_t category, std::uint32_t level, const char* format,
 }
 
 bool Logger::passes(std::uint32_t category, std::uint32_t level) const {
-    const AutoLock lock(&sMutex);
+    const AutoLock lock(&sMutex.mutex);
     return mSink != nullptr && passesFilters(*mSink, category, level);
 }
 
 void Logger::configure(std::uint32_t level, std::uint32_t levelMask, std::uint32_t categoryMask,
                        std::uint32_t outputs, const std::string& path) {
-    const AutoLock lock(&sMutex);
+    const AutoLock lock(&sMutex.mutex);
     if (mSink == nullptr) {
         return;
     }
@@ -88,12 +99,12 @@ void Logger::setFilters(std::uint32_t level, std::uint32_t levelMask, std::uint3
 }
 
 int Logger::closeFile() {
-    const AutoLock lock(&sMutex);
+    const AutoLock lock(&sMutex.mutex);
     return hasFile() ? log_sink_close_file(mSink) : 0;
 }
 
 int Logger::truncateFile() {
-    const AutoLock lock(&sMutex);
+    const AutoLock lock(&sMutex.mutex);
     if (!hasFile()) {
         return 0;
     }

@@ -14,8 +14,7 @@
 #define VLOG_NOISE(...) VLOG_LINE(vcore::kLevelNoise, "  [NOISE]: " __VA_ARGS__)
 
 // Whether lines of the level are written; spares a loop of many lines that are not.
-#define VLOG_PASSES(level) \
-    (vcore::Logger::get() != nullptr && vcore::Logger::get()->passes(vcore::kCategoryDaemon, level))
+#define VLOG_PASSES(level) vcore::daemonLinePasses(level)
 
 #define VLOG_LINE(level, ...)                                                 \
     do {                                                                      \
@@ -23,3 +22,12 @@
             currentLogger->log(vcore::kCategoryDaemon, (level), __VA_ARGS__); \
         }                                                                     \
     } while (false)
+
+namespace vcore {
+
+inline bool daemonLinePasses(std::uint32_t level) {
+    const Logger* const logger = Logger::get();
+    return logger != nullptr && logger->passes(kCategoryDaemon, level);
+}
+
+}  // namespace vcore

@@ -24,7 +24,8 @@ inline constexpr std::uint32_t kLevelTrace = 32;
 inline constexpr std::uint32_t kCategoryDaemon = 3;
 
 // The one logger of the process, a lock and a log sink. Lines of different threads never mix. The
-// macros of mediacheckd/vcore/log.h are the usual way to write a line.
+// child of a fork may log as its parent does, whatever other threads were writing. The macros of
+// mediacheckd/vcore/log.h are the usual way to write a line.
 class Logger {
   public:
     // Makes the logger, or reconfigures the one there is.
@@ -76,7 +77,14 @@ class Logger {
     std::string mPath;
     bool mBorrowed;
 
-    static Mutex sMutex;
+    // Never destroyed: destructors of globals and threads that are still there at exit may log.
+    union Lock {
+        Lock();
+        ~Lock() {}
+        Mutex mutex;
+    };
+
+    static Lock sMutex;
     static std::atomic<Logger*> sDebugLog;
 };
 

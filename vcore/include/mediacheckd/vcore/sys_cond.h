@@ -1,5 +1,7 @@
 /* Condition variables over POSIX threads, their storage on the heap.
  *
+ * A wait may end with 0 although nobody signalled: callers wait in a loop over what they wait for.
+ *
  * Every function that returns int returns 1 when a pointer it needs is null, else, unless said
  * otherwise, the result of the POSIX call it wraps: 0 on success, an error number on failure.
  */

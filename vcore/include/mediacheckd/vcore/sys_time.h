@@ -3,6 +3,8 @@
 
 #include <sys/time.h>
 
+struct timezone; /* not declared in strict C */
+
 #ifdef __cplusplus
 extern "C" {
 #endif

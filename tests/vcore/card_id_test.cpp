@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 
 #include <cmath>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -24,6 +26,9 @@ std::string ask(int storage = CARD_STORAGE_SD) {
     char identity[CARD_ID_SIZE] = "before";
     testing::internal::CaptureStderr();
     const int result = getCardIDStrExt(identity, storage);
+    for (size_t i = strlen(identity); result != 0 && i < sizeof identity; ++i) {
+        EXPECT_EQ(identity[i], 0) << "nothing of the caller's stays behind the identity";
+    }
     return std::to_string(result) + ' ' + identity + testing::internal::GetCapturedStderr();
 }
 
@@ -39,6 +44,12 @@ constexpr unsigned long kReadOnly = MS_REMOUNT | MS_RDONLY;
 void mountCard(const char* options = "", unsigned long flags = 0) {
     fs::create_directories("/tmp/fuse_d");
     ASSERT_EQ(mount("tmpfs", "/tmp/fuse_d", "tmpfs", flags, options), 0);
+}
+
+void limitFileSize(rlim_t size) {
+    signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{size, RLIM_INFINITY};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
 }
 
 TEST(CardId, IsReadOrDrawn) {
@@ -78,13 +89,26 @@ TEST(CardId, ReportsWhatFails) {
              mountCard("size=4k", MS_REMOUNT);
              write("/tmp/fuse_d/MISC/filler", std::string(4096, 'x'));
          },
-         "-1 0Failed to get write card_id to file\n"}};
+         "-1 0Failed to get write card_id to file\n"},
+        {[] {
+             fs::create_directories(kCard.parent_path());
+             fs::create_symlink("/proc/self/mem", kCard);
+         },
+         "-1 0Failed to read file  /tmp/fuse_d/MISC/card\n"},
+        {[] { write(kCard, "1x"), mountCard("", kReadOnly); },
+         "-1 0Failed to create file  /tmp/fuse_d/MISC/card\n"}};
     for (const auto& [prepare, answer] : cases) {
         mountCard();
         prepare();
         EXPECT_EQ(ask(), answer);
         umount("/tmp/fuse_d");
     }
+    write(kCard, "");
+    limitFileSize(5);
+    char identity[CARD_ID_SIZE];
+    EXPECT_EQ(getCardIDStr(identity), -1);
+    limitFileSize(RLIM_INFINITY);
+    EXPECT_FALSE(fs::exists(kCard)) << "no part of an identity stays";
     testing::internal::CaptureStderr();
     EXPECT_EQ(getCardIDStr(nullptr), -1);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Cannot call with null pointer\n");

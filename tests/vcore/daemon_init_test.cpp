@@ -18,6 +18,7 @@ std::string callHere(int allowCoreDump) {
     const rlimit none{0, RLIM_INFINITY};
     setrlimit(RLIMIT_CORE, &none);
     const pid_t before = getpid();
+    printf("said once, ");
     const int result = daemon_init_ext(allowCoreDump);
     rlimit cores{};
     getrlimit(RLIMIT_CORE, &cores);
@@ -50,7 +51,7 @@ std::string callInChild(
     if (child == 0) {
         std::filesystem::current_path("/tmp");
         prepare();
-        printf(", %s", callHere(allowCoreDump).c_str());
+        printf("%s", callHere(allowCoreDump).c_str());
         fflush(stdout);
         _exit(0);
     }
@@ -66,20 +67,22 @@ std::string callInChild(
 
 TEST(DaemonInit, DetachesOnceAndSaysWhereCoreFilesGo) {
     const std::string detached = " forked leads its session without mask";
-    const std::string note = "daemon_init_ext: Note: Daemon can generate core dump.";
-    EXPECT_EQ(callInChild(0), ", 0" + detached + " in /");
-    EXPECT_EQ(callInChild(1), note + ", -1" + detached + " with cores in /tmp");
+    const std::string said = "said once, ";
+    const std::string note = said + "daemon_init_ext: Note: Daemon can generate core dump.";
+    EXPECT_EQ(callInChild(0), said + "0" + detached + " in /");
+    EXPECT_EQ(callInChild(1), note + "-1" + detached + " with cores in /tmp");
     std::filesystem::create_directory("/tmp/fuse_b");
-    EXPECT_EQ(callInChild(1), note + ", 0" + detached + " with cores in /tmp/fuse_b");
-    EXPECT_EQ(callInChild(1, becomeChildOfProcessOne), ", 0 in /tmp");
+    EXPECT_EQ(callInChild(1), note + "0" + detached + " with cores in /tmp/fuse_b");
+    EXPECT_EQ(callInChild(1, becomeChildOfProcessOne), said + "0 in /tmp");
     const auto forbidCores = [] {
         const rlimit none{};
         setrlimit(RLIMIT_CORE, &none);
         EXPECT_EQ(setresuid(1, 1, 1), 0);
     };
-    EXPECT_EQ(callInChild(1, forbidCores),
-              "daemon_init_ext: Error: unable to set core limit in order to generate core dump!" +
-                  note + ", 0" + detached + " in /tmp/fuse_b");
+    EXPECT_EQ(
+        callInChild(1, forbidCores),
+        said + "daemon_init_ext: Error: unable to set core limit in order to generate core dump!" +
+            note.substr(said.size()) + "0" + detached + " in /tmp/fuse_b");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -12,9 +13,13 @@
 
 namespace {
 
+// A card's folder may be dated behind 2038 and have a large inode.
+static_assert(sizeof(off_t) == 8 && sizeof(time_t) == 8);
+
 constexpr int kMaxStoredDigits = 30;
 static_assert(kMaxStoredDigits < CARD_ID_SIZE);
 constexpr int kMaxDraws = 10;
+constexpr char kNoIdentity[CARD_ID_SIZE] = "0";
 
 struct CardPaths {
     const char* folderEntry;  // without the final slash, under which a plain file is seen too
@@ -31,24 +36,31 @@ struct CloseFile {
 };
 using File = std::unique_ptr<FILE, CloseFile>;
 
-// Returns false when there is no readable identity. A damaged file is deleted.
-bool readIdentity(const char* path, char* out) {
+enum class Stored { kIdentity, kNone, kUnreadable };
+
+// A damaged file is deleted, one that cannot be read stays.
+Stored readIdentity(const char* path, char* out) {
     File file(fopen(path, "r"));
     if (!file) {
-        return false;
+        return Stored::kNone;
     }
     char line[CARD_ID_SIZE] = "";
     const bool hasLine = fgets(line, kMaxStoredDigits + 1, file.get()) != nullptr;
+    // A folder in the file's place is reported when the file cannot be made.
+    const bool unreadable = ferror(file.get()) != 0 && errno != EISDIR;
     file.reset();
+    if (unreadable) {
+        return Stored::kUnreadable;
+    }
     if (!hasLine) {
-        return false;
+        return Stored::kNone;
     }
     if (isDigitString(line, sizeof line) == 0) {
         unlink(path);
-        return false;
+        return Stored::kNone;
     }
     memcpy(out, line, sizeof line);
-    return true;
+    return Stored::kIdentity;
 }
 
 // Returns a negative number when the generator yields nothing but zeros.
@@ -78,6 +90,8 @@ int makeIdentity(const char* path, char* out) {
     snprintf(text, sizeof text, "%lld", static_cast<long long>(identity));
     if (fputs(text, file.get()) < 0) {
         fputs("Failed to get write card_id to file\n", stderr);
+        // Its first digits would be another identity.
+        unlink(path);
         return -1;
     }
     memcpy(out, text, sizeof text);
@@ -96,7 +110,7 @@ int getCardIDStrExt(char* out, int storage) {
         return -1;
     }
     const CardPaths& paths = storage == CARD_STORAGE_INTERNAL ? kInternalPaths : kSdPaths;
-    memcpy(out, "0", 2);
+    memcpy(out, kNoIdentity, sizeof kNoIdentity);
 
     struct stat entry;
     if (stat(paths.folderEntry, &entry) == 0) {
@@ -104,8 +118,14 @@ int getCardIDStrExt(char* out, int storage) {
             fprintf(stderr, "Path:%s exists and is a NOT folder\n", paths.folder);
             return -1;
         }
-        if (readIdentity(paths.file, out)) {
-            return 0;
+        switch (readIdentity(paths.file, out)) {
+            case Stored::kIdentity:
+                return 0;
+            case Stored::kUnreadable:
+                fprintf(stderr, "Failed to read file  %s\n", paths.file);
+                return -1;
+            case Stored::kNone:
+                break;
         }
     } else if (mkdir(paths.folder, 0777) != 0) {
         fprintf(stderr, "Failed to create folder:%s\n", paths.folder);

@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "vcore/base/broken_pipe_guard.h"
+
 namespace {
 
 constexpr char kCoreDirectory[] = "/tmp/fuse_b/";
@@ -15,12 +17,18 @@ constexpr char kCoreDirectory[] = "/tmp/fuse_b/";
 int allowCoreFiles() {
     const rlimit unlimited{RLIM_INFINITY, RLIM_INFINITY};
     if (setrlimit(RLIMIT_CORE, &unlimited) != 0) {
-        printf("%s: Error: unable to set core limit in order to generate core dump!",
-               "daemon_init_ext");
+        fputs("daemon_init_ext: Error: unable to set core limit in order to generate core dump!",
+              stdout);
     }
     const int entered = chdir(kCoreDirectory);
-    printf("%s: Note: Daemon can generate core dump.", "daemon_init_ext");
+    fputs("daemon_init_ext: Note: Daemon can generate core dump.", stdout);
     return entered;
+}
+
+// What stdio holds would be written by the parent, which ends, and by the daemon once more.
+void flushBeforeFork() {
+    const vcore::BrokenPipeGuard guard;
+    fflush(nullptr);
 }
 
 }  // namespace
@@ -29,6 +37,7 @@ int daemon_init_ext(int allowCoreDump) {
     if (getppid() == 1) {
         return 0;
     }
+    flushBeforeFork();
     const pid_t child = fork();
     if (child < 0) {
         return -1;

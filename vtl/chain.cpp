@@ -54,7 +54,7 @@ int vtl_chain_count(const vtl_chain* chain, unsigned* out) {
     for (const vtl_chain_node* node = chain->head; node != nullptr; node = node->next) {
         ++count;
     }
-    return vtl::store(out, count);
+    return vtl::store<unsigned>(out, count);
 }
 
 vtl_chain_node* vtl_chain_head(const vtl_chain* chain) {

@@ -27,13 +27,15 @@ bool isReference(const vtl_value& value) {
     return value.type == VTL_TYPE_VOIDPTR || vtl::isContainer(value);
 }
 
-const void* referenceOf(const vtl_value& value) {
-    return value.type == VTL_TYPE_VOIDPTR ? value.payload.pointer : value.payload.chain;
+/// The first word of the payload: a whole pointer where the value holds one.
+uintptr_t firstWord(const vtl_value& value) {
+    const bool pointer = isReference(value) || value.type == VTL_TYPE_STRING;
+    return pointer ? reinterpret_cast<uintptr_t>(value.payload.pointer)
+                   : static_cast<uint32_t>(value.payload.words[0]);
 }
 
 unsigned compareReferences(const vtl_value& a, const vtl_value& b) {
-    const bool same = isReference(a) && isReference(b) && referenceOf(a) == referenceOf(b);
-    return same ? VTL_COMPARE_SAME_STORAGE : 0;
+    return firstWord(a) == firstWord(b) ? VTL_COMPARE_SAME_STORAGE : 0;
 }
 
 unsigned compareTexts(const vtl_value& a, const vtl_value& b) {

@@ -65,7 +65,7 @@ int leadingInt(const char* text, void* out) {
     }
     char* end = nullptr;
     const long number = std::strtol(text, &end, 10);
-    store(out, static_cast<int>(std::clamp<long>(number, IntLimits::min(), IntLimits::max())));
+    store<int>(out, static_cast<int>(std::clamp<long>(number, IntLimits::min(), IntLimits::max())));
     return *end != '\0' ? 1 : 0;
 }
 
@@ -85,13 +85,13 @@ int toInt(const vtl_value& value, void* out) {
             return leadingInt(value.payload.text, out);
         case VTL_TYPE_INT:
         case VTL_TYPE_BOOL:
-            return store(out, value.payload.words[0]);
+            return store<int>(out, value.payload.words[0]);
         case VTL_TYPE_VOIDPTR:
-            return store(out,
-                         static_cast<int32_t>(reinterpret_cast<uintptr_t>(value.payload.pointer)));
+            return store<int>(
+                out, static_cast<int32_t>(reinterpret_cast<uintptr_t>(value.payload.pointer)));
         case VTL_TYPE_DOUBLE:
         case VTL_TYPE_FRACTION:
-            return store(out, rounded(numberOf(value)));
+            return store<int>(out, rounded(numberOf(value)));
         default:
             return 1;
     }
@@ -127,7 +127,7 @@ int toDouble(const vtl_value& value, void* out) {
             return store<double>(out, value.payload.words[0]);
         case VTL_TYPE_DOUBLE:
         case VTL_TYPE_FRACTION:
-            return store(out, numberOf(value));
+            return store<double>(out, numberOf(value));
         default:
             return 1;
     }
@@ -142,14 +142,14 @@ int toFraction(const vtl_value& value, void* numerator, void* denominator) {
             [[fallthrough]];
         case VTL_TYPE_INT:
         case VTL_TYPE_BOOL:
-            store(denominator, 1);
+            store<int>(denominator, 1);
             return toInt(value, numerator);
         case VTL_TYPE_DOUBLE:
-            store(numerator, rounded(value.payload.number * kFractionDenominator));
-            return store(denominator, static_cast<int>(kFractionDenominator));
+            store<int>(numerator, rounded(value.payload.number * kFractionDenominator));
+            return store<int>(denominator, static_cast<int>(kFractionDenominator));
         case VTL_TYPE_FRACTION:
-            store(numerator, value.payload.words[0]);
-            return store(denominator, value.payload.words[1]);
+            store<int>(numerator, value.payload.words[0]);
+            return store<int>(denominator, value.payload.words[1]);
         default:
             return 1;
     }
@@ -165,7 +165,7 @@ int vtl_value_get(const vtl_value* value, unsigned target, void* out, void* extr
         case VTL_TYPE_STRING:
             return toText(*value, static_cast<char*>(out), *static_cast<const unsigned*>(extra));
         case VTL_TYPE_TEXT:
-            return value->type == VTL_TYPE_STRING ? store(out, value->payload.text) : 1;
+            return value->type == VTL_TYPE_STRING ? store<char*>(out, value->payload.text) : 1;
         case VTL_TYPE_INT:
             return toInt(*value, out);
         case VTL_TYPE_BOOL:
@@ -175,13 +175,14 @@ int vtl_value_get(const vtl_value* value, unsigned target, void* out, void* extr
         case VTL_TYPE_FRACTION:
             return toFraction(*value, out, extra);
         case VTL_TYPE_VOIDPTR:
-            return value->type == VTL_TYPE_VOIDPTR ? store(out, value->payload.pointer) : 1;
+            return value->type == VTL_TYPE_VOIDPTR ? store<void*>(out, value->payload.pointer) : 1;
         case VTL_TYPE_ANY:
-            return store(out, const_cast<vtl_value*>(value));
+            return store<vtl_value*>(out, const_cast<vtl_value*>(value));
         case VTL_TYPE_DICT:
         case VTL_TYPE_LIST:
         case VTL_TYPE_STACK:
-            return value->type == target ? store(out, const_cast<vtl_value*>(value)) : 1;
+            return value->type == target ? store<vtl_value*>(out, const_cast<vtl_value*>(value))
+                                         : 1;
         default:
             return 0;
     }
@@ -208,7 +209,8 @@ int vtl_value_get_double(const vtl_value* value, double* out) {
 }
 
 int vtl_value_get_fraction(const vtl_value* value, int* numerator) {
-    return vtl_value_get(value, VTL_TYPE_FRACTION, numerator, nullptr);
+    int denominator = 0;
+    return vtl_value_get(value, VTL_TYPE_FRACTION, numerator, &denominator);
 }
 
 int vtl_value_get_voidptr(const vtl_value* value, void** out) {

@@ -106,14 +106,16 @@ int vtl_dict_set(vtl_value* dict, unsigned key_type, const char* key, unsigned t
     if (entries == nullptr || key == nullptr || value == nullptr) {
         return 1;
     }
-    vtl::ValuePtr created(vtl_value_create(type, value, nullptr));
-    vtl_dict_entry* entry = entryOf(find(dict, key_type, key));
-    if (entry != nullptr) {
-        vtl_destroy(entry->value);
-        entry->value = created.release();
-        return entry->value != nullptr ? 0 : 1;
+    if (vtl_dict_entry* entry = entryOf(find(dict, key_type, key))) {
+        // In place before the old one goes, whose destroy slot may look into the dict.
+        vtl_value* created = vtl_value_create(type, value, nullptr);
+        vtl_destroy(std::exchange(entry->value, created));
+        return created != nullptr ? 0 : 1;
     }
-    append(*entries, vtl::ValuePtr(vtl_value_create(key_type, key, nullptr)), std::move(created));
+    vtl::ValuePtr newKey(vtl_value_create(key_type, key, nullptr));
+    if (newKey != nullptr) {
+        append(*entries, std::move(newKey), vtl::ValuePtr(vtl_value_create(type, value, nullptr)));
+    }
     return 0;
 }
 
@@ -188,13 +190,16 @@ int vtl_dict_get_type(const vtl_value* dict, unsigned key_type, const char* key,
     if (entry == nullptr || entry->value == nullptr || out == nullptr) {
         return 1;
     }
-    return vtl::store(out, entry->value->type);
+    return vtl::store<unsigned>(out, entry->value->type);
 }
 
 int vtl_dict_remove(vtl_value* dict, unsigned key_type, const char* key) {
     vtl_chain_node* node = find(dict, key_type, key);
-    vtl::destroyEntry(entryOf(node));
-    return vtl_chain_unlink(entriesOf(dict), node);
+    vtl_dict_entry* entry = entryOf(node);
+    // Unlinked first: a component's destroy slot may look into the dict.
+    const int result = vtl_chain_unlink(entriesOf(dict), node);
+    vtl::destroyEntry(entry);
+    return result;
 }
 
 int vtl_dict_has_key(const vtl_value* dict, unsigned, const vtl_value* key) {

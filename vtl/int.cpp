@@ -32,7 +32,7 @@ int vtl_int_get(const vtl_value* value, int* out) {
     if (!vtl::isOf(value, VTL_TYPE_INT) || out == nullptr) {
         return 1;
     }
-    return vtl::store(out, value->payload.words[0]);
+    return vtl::store<int>(out, value->payload.words[0]);
 }
 
 int vtl_int_init(vtl_value* value) {

@@ -100,7 +100,11 @@ int vtl_list_get_element(const vtl_value* list, int index, vtl_value** out) {
 
 int vtl_list_remove(vtl_value* list, int index) {
     vtl_value* element = vtl::takeElement(elementsOf(list), index);
-    return vtl_destroy(element);
+    if (element == nullptr) {
+        return 1;
+    }
+    vtl_destroy(element);
+    return 0;
 }
 
 int vtl_list_clear(vtl_value* list) {

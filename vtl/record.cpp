@@ -67,14 +67,16 @@ std::optional<int> copyScalar(const vtl_value* source, vtl_value* destination, u
     if (!isOf(source, type) || destination == nullptr) {
         return std::nullopt;
     }
+    // The source may lie inside the destination, which is let go.
+    const vtl_payload payload = source->payload;
     const int released = vtl_deinit(destination);
     init(destination);
-    destination->payload = source->payload;
+    destination->payload = payload;
     return released;
 }
 
 int sizeOfOne(const vtl_value* value, unsigned* out) {
-    return value != nullptr && out != nullptr ? store(out, 1U) : 1;
+    return value != nullptr && out != nullptr ? store<unsigned>(out, 1) : 1;
 }
 
 ValuePtr clone(const vtl_value& source) {
@@ -98,18 +100,23 @@ ValuePtr clone(const vtl_value& source) {
 }
 
 int storeText(vtl_value& value, const char* text, size_t limit) {
+    char* const copy = copyText(text, limit);
     if (value.type == VTL_TYPE_STRING) {
         vtl_free(value.payload.text);
     }
+    value.payload.text = copy;
+    return copy != nullptr ? 0 : 1;
+}
+
+char* copyText(const char* text, size_t limit) {
     const size_t length = std::strlen(text);
     const size_t copied = std::min(length, limit);
-    value.payload.text = static_cast<char*>(vtl_malloc(length + 1));
-    if (value.payload.text == nullptr) {
-        return 1;
+    auto* const copy = static_cast<char*>(vtl_malloc(length + 1));
+    if (copy != nullptr) {
+        std::memcpy(copy, text, copied);
+        copy[copied] = '\0';
     }
-    std::memcpy(value.payload.text, text, copied);
-    value.payload.text[copied] = '\0';
-    return 0;
+    return copy;
 }
 
 }  // namespace vtl

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <type_traits>
 
 #include <mediacheckd/vtl/value.h>
 
@@ -26,9 +27,9 @@ inline bool needsExtra(unsigned type) {
     return type == VTL_TYPE_STRING || type == VTL_TYPE_FRACTION;
 }
 
-/// Writes a conversion's result to the caller's variable. Returns 0.
+/// Writes a conversion's result to the caller's variable, whose type each call names. Returns 0.
 template <typename T>
-int store(void* out, T result) {
+int store(void* out, std::type_identity_t<T> result) {
     *static_cast<T*>(out) = result;
     return 0;
 }
@@ -39,12 +40,14 @@ int become(vtl_value* value, unsigned type, const vtl_operations& operations);
 /// A new record, initialised; null when either step fails.
 [[nodiscard]] vtl_value* create(Init init);
 
-/// A new record that the setter was given the content for; its success is not examined.
+/// A new record that the setter was given the content for, whose success is not examined; or null.
 template <typename... Content>
 [[nodiscard]] vtl_value* createWith(Init init, int (*set)(vtl_value*, Content...),
                                     Content... content) {
     vtl_value* value = create(init);
-    set(value, content...);
+    if (value != nullptr) {
+        static_cast<void>(set(value, content...));
+    }
     return value;
 }
 
@@ -64,8 +67,12 @@ int sizeOfOne(const vtl_value* value, unsigned* out);
 /// when VTL_NESTING_MAX deep copies are under way or memory does not suffice.
 [[nodiscard]] ValuePtr clone(const vtl_value& source);
 
-/// Stores a copy of the text, at most limit bytes of it. A string's old text is released first.
-/// Returns 1, and leaves no text, when memory does not suffice.
+/// A copy of the text, at most limit bytes of it, from vtl_malloc; null when memory does not
+/// suffice.
+[[nodiscard]] char* copyText(const char* text, size_t limit);
+
+/// Stores a copy of the text, at most limit bytes of it, for a string's old text, of which it may
+/// be a part. Returns 1, and leaves no text, when memory does not suffice.
 int storeText(vtl_value& value, const char* text, size_t limit);
 
 }  // namespace vtl

@@ -33,11 +33,17 @@ int appendClone(vtl_chain& chain, const void* item) {
 }  // namespace
 
 int insertElement(vtl_chain* chain, int index, unsigned type, const void* value) {
+    if (chain == nullptr) {
+        return 1;
+    }
     return insertBefore(chain, nodeAt(chain, index),
                         ValuePtr(vtl_value_create(type, value, nullptr)));
 }
 
 int appendElement(vtl_chain* chain, unsigned type, const void* value) {
+    if (chain == nullptr) {
+        return 1;
+    }
     return insertBefore(chain, nullptr, ValuePtr(vtl_value_create(type, value, nullptr)));
 }
 

@@ -75,10 +75,13 @@ int vtl_string_copy(const vtl_value* source, vtl_value* destination) {
     if (source == destination) {
         return 0;
     }
+    const char* text = textOf(source);
+    // The source may lie inside the destination, which is let go.
+    char* const copy = text != nullptr ? vtl::copyText(text, std::strlen(text)) : nullptr;
     vtl_deinit(destination);
     vtl_string_init(destination);
-    const char* text = textOf(source);
-    return text != nullptr ? vtl_string_set(destination, text) : 0;
+    destination->payload.text = copy;
+    return text != nullptr && copy == nullptr ? 1 : 0;
 }
 
 int vtl_string_deepcopy(const vtl_value* source, vtl_value* destination) {
@@ -98,7 +101,8 @@ int vtl_string_size(const vtl_value* value, unsigned* out) {
         return 1;
     }
     const char* text = textOf(value);
-    return vtl::store(out, text != nullptr ? static_cast<unsigned>(std::strlen(text)) : kNoText);
+    return vtl::store<unsigned>(
+        out, text != nullptr ? static_cast<unsigned>(std::strlen(text)) : kNoText);
 }
 
 int vtl_string_dump(const vtl_value* value) {

@@ -232,4 +232,54 @@ TEST(Nesting, IsReleasedAtAnyDepthAndCopiedToItsLimit) {
     EXPECT_EQ(memory.sLive, 0);
 }
 
+vtl_value* gDict = nullptr;
+
+// A component's destroy slot, which looks into the dict and answers what it likes.
+int destroyAndLook(vtl_value* value) {
+    unsigned type = 0;
+    vtl_dict_get_type(gDict, VTL_TYPE_STRING, "key", &type);
+    vtl_free(value);
+    return type == 0 ? 7 : static_cast<int>(type);
+}
+
+TEST(Containers, LetGoOfWhatIsStillLookedAt) {
+    const Value list(vtl_list_create());
+    const Value dict(vtl_dict_create());
+    gDict = dict;
+    vtl_value* element = nullptr;
+    vtl_list_append_int(list, 1);
+    vtl_list_get_element(list, 0, &element);
+    element->ops.destroy = destroyAndLook;
+    EXPECT_EACH(0, vtl_list_remove(list, 0), vtl_dict_set_int(dict, "key", 1),
+                vtl_dict_get_any(dict, "key", &element));
+    element->ops.destroy = destroyAndLook;
+    EXPECT_EACH(0, vtl_dict_set_int(dict, "key", 2), vtl_dict_get_any(dict, "key", &element));
+    element->ops.destroy = destroyAndLook;
+    EXPECT_EACH(0, vtl_dict_remove(dict, VTL_TYPE_STRING, "key"));
+
+    const Value text(vtl_string_create_from("itself"));
+    unsigned size = 2;
+    EXPECT_EACH(0, vtl_string_set(text, text->payload.text + 2),
+                vtl_value_set(text, VTL_TYPE_STRING, text->payload.text + 1, &size));
+    EXPECT_EQ(shown(text), "el");
+    for (const char* expected : {"5", "word"}) {
+        vtl_value* whole = vtl_list_create();
+        vtl_list_append(whole, VTL_TYPE_STRING, "word");
+        vtl_list_insert_int(whole, 0, 5);
+        vtl_list_get_element(whole, *expected == '5' ? 0 : 1, &element);
+        EXPECT_EQ(vtl_copy(element, whole), 0);
+        EXPECT_EQ(shown(whole), expected);
+        vtl_destroy(whole);
+    }
+    int numerator = 0;
+    EXPECT_EQ(vtl_value_get_fraction(Value(vtl_fraction_create_from(3, 4)), &numerator), 0);
+    EXPECT_EQ(numerator, 3);
+
+    const WatchedMemory memory;
+    WatchedMemory::sUntilFailure = 0;
+    EXPECT_EACH(1, vtl_list_append_int(text, 1), vtl_list_insert_int(text, 0, 1));
+    EXPECT_EQ(vtl_dict_set(dict, 99, "key", VTL_TYPE_LIST, list), 0);
+    EXPECT_EQ(WatchedMemory::sUntilFailure, 0) << "nothing is made that has no place";
+}
+
 }  // namespace

@@ -187,13 +187,15 @@ TEST(Comparison, GivesTheBitsOfEveryPair) {
         const vtl_value* a = values[i];
         for (size_t k = 0; k < values.size(); ++k) {
             const vtl_value* b = values[k];
-            // The others refer to something and equal themselves alone.
-            const unsigned reference = (a->type == b->type ? 1U : 0U) | (a == b ? 32U : 0U);
+            // The others refer to something and equal themselves alone, or what holds the same
+            // word: a string without text and a null pointer.
+            const bool same = a == b || (i == 6 && k == 8) || (i == 8 && k == 6);
+            const unsigned reference = (a->type == b->type ? 1U : 0U) | (same ? 32U : 0U);
             EXPECT_EQ(vtl_value_compare(a, b), i < 7 && k < 7 ? kExpected[i][k] : reference)
                 << i << " with " << k;
         }
         EXPECT_EQ(vtl_value_compare(a, nullptr) | vtl_value_compare(nullptr, a), 0U);
-        EXPECT_EQ(vtl_value_compare(a, blank) | vtl_value_compare(blank, a), 0U);
+        EXPECT_EQ(vtl_value_compare(a, blank) | vtl_value_compare(blank, a), i == 8 ? 32U : 0U);
     }
     const Value longest(vtl_double_create_from(-DBL_MAX));
     const Value text(vtl_string_create_from(std::to_string(-DBL_MAX).c_str()));

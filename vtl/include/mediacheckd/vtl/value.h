@@ -120,8 +120,8 @@ vtl_value* vtl_value_create(unsigned type, const void* value, const void* extra)
 // Stores a C value into a record and changes neither its type nor its table. Storing a type other
 // than the record's own is the caller's responsibility: the payload is not converted.
 //   STRING    a copy of the text source, at most the unsigned at extra bytes of it; 1 when extra
-//             is null. A string's old text is released first, so that it is empty when memory
-//             does not suffice (1); source must not be that old text.
+//             is null. A string is empty when memory does not suffice (1). source may be its old
+//             text.
 //   TEXT VOIDPTR DICT LIST STACK  the pointer source, of which a string or container record
 //             becomes the owner; what it held before is not released
 //   INT BOOL  the int at source
@@ -156,7 +156,8 @@ int vtl_value_set(vtl_value* value, unsigned type, const void* source, const voi
 // nothing and give 1. A target outside the list stores nothing and gives 0.
 int vtl_value_get(const vtl_value* value, unsigned target, void* out, void* extra);
 
-// vtl_value_get for each target, with no extra: string and fraction, which need one, give 1.
+// vtl_value_get for each target, with no extra: string, which needs one, gives 1, and of a fraction
+// the numerator alone is stored.
 int vtl_value_get_string(const vtl_value* value, char* out);
 int vtl_value_get_text(const vtl_value* value, char** out);
 int vtl_value_get_int(const vtl_value* value, int* out);
@@ -171,7 +172,8 @@ int vtl_value_get_stack(const vtl_value* value, vtl_value** out);
 
 // Compares two values and returns a set of VTL_COMPARE_ bits: 0 when either is null; SAME_TYPE
 // when the types are equal; and
-//   container or voidptr on either side: SAME_STORAGE when both hold the same chain or pointer
+//   container or voidptr on either side: SAME_STORAGE when the first words of both payloads are the
+//     same: chain, pointer or text, or the 32 bits of a number
 //   else string on either side: EQUAL when the texts are equal, else LESS (never GREATER), a null
 //     text counting as empty and other types as their text; and SAME_STORAGE for two strings that
 //     share one text

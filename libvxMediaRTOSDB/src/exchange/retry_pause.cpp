@@ -1,7 +1,0 @@
-#include "libvxMediaRTOSDB/src/exchange/retry_pause.h"
-
-#include <unistd.h>
-
-void retryPause() {
-    usleep(100000);
-}

@@ -46,6 +46,10 @@ TEST(RtosCall, RetriesElevenTimes) {
         EXPECT_EQ(platform.logged("error on IPC received, retrying, bytesRead -8\n"), receives > 0);
         EXPECT_EQ(response[1499] == 0xAA, sends == 11);  // cleared before a receive
     }
+    response[0] = 0xAA;
+    rtosConnection open{};
+    EXPECT_EQ(rtosConnectionRecv(&open, response, -1), -1);
+    EXPECT_EQ(response[0], 0xAA);
     platform.initResults = {-5};
     rtosConnection connection;
     EXPECT_EQ(rtosConnectionCtor(&connection), -5);

@@ -87,7 +87,7 @@ constexpr auto askWrite = [](Outputs&) {
 };
 constexpr auto askDuration = [](Outputs&) {
     uint32_t duration = kUntouched;
-    getVideoDuration(kDirectory, kFile, &duration);
+    (void)getVideoDuration(kDirectory, kFile, &duration);
     return static_cast<int>(duration);
 };
 
@@ -160,7 +160,7 @@ struct Received {
     int writeStatus(Outputs&) const { return status(); }
     int duration(Outputs&) const {
         Outputs unused;
-        return videoStatus(unused) == 200 ? static_cast<int>(word(100)) : 0;
+        return videoStatus(unused) == 200 && size >= 104 ? static_cast<int>(word(100)) : 0;
     }
 
     size_t size;

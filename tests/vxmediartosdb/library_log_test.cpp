@@ -84,6 +84,11 @@ TEST(UtilAssertDeathTest, ReportsAsTheDebugLevelSays) {
     for (const auto& [debugLevel, output] : rows)
         EXPECT_EXIT(reportAndFail(debugLevel), testing::ExitedWithCode(255),
                     ContainsRegex("^" + output + "$"));
+    const std::string condition(3000, 'c');
+    EXPECT_EXIT(
+        (reset(), g_debug_level = kPrint | 8, dup2(STDERR_FILENO, STDOUT_FILENO),
+         setenv("TZ", "XYZ-26", 1), utilAssertFailed("path", "function", 1, condition.c_str())),
+        testing::ExitedWithCode(255), "path/function:1:" + condition + "\n");
     std::ifstream file("/tmp/fuse_d/wifi_log.txt");
     const std::string text(std::istreambuf_iterator<char>(file), {});
     EXPECT_THAT(text, ContainsRegex("^" + time + error + time + failure + "$"));

@@ -20,7 +20,8 @@ void checkNames(bool oneBasedChapters) {
                           const char* name, MemberNameUse use = kFiles) {
         const Bytes bytes = itemRecord(type, itemName);
         const auto& item = *reinterpret_cast<const db_item_record*>(bytes.data());
-        EXPECT_STREQ(MemberNames(item, group, use).name(member).data(), name);
+        ChapterNumbers chapters;
+        EXPECT_STREQ(MemberNames(item, group, use, chapters).name(member).data(), name);
     };
     check("VHAA0001.MP4", 1, 1001, 2, "VHAA0002.MP4");
     check("VLAA0001.LRV", 1, 1027, 9999, "VLBA9999.MP4");
@@ -80,7 +81,8 @@ TEST(MemberNamesDeathTest, FollowTheItemsNameAndTheModel) {
     db_item_record photo = {};
     photo.content_type = DB_CONTENT_TYPE_SINGLE_PHOTO;
     g_logLevel = UTIL_LOG_WARN;
-    EXPECT_FALSE(MemberNames(photo, 1, kFiles).exist());
+    ChapterNumbers chapters;
+    EXPECT_STREQ(MemberNames(photo, 1, kFiles, chapters).name(1).data(), "");
     g_logLevel = UTIL_LOG_ERROR;
     EXPECT_TRUE(platform.logged("content type 4 unhandled for group"));
 }

@@ -30,7 +30,7 @@ void rtosConnectionDtor(rtosConnection* pRtosConn) {
 
 int rtosConnectionSend(rtosConnection* pRtosConn, const void* pSrc, int szSrc) {
     UTIL_ASSERT(0 <= szSrc);
-    hexDump(kSendLabel, pSrc, szSrc);
+    hexDump(Direction::kSent, pSrc, szSrc);
     return vxIpcSend(&pRtosConn->endpoint, pSrc, szSrc);
 }
 
@@ -38,9 +38,10 @@ int rtosConnectionRecv(rtosConnection* pRtosConn, void* pDest, int szDest) {
     UTIL_ASSERT(pRtosConn);
     UTIL_ASSERT(pDest);
     UTIL_ASSERT(szDest);
-    std::memset(pDest, 0, static_cast<size_t>(szDest));
+    if (szDest > 0)
+        std::memset(pDest, 0, static_cast<size_t>(szDest));
     const int received = vxIpcReceive(&pRtosConn->endpoint, pDest, szDest);
-    hexDump(kReceiveLabel, pDest, received);
+    hexDump(Direction::kReceived, pDest, received);
     return received;
 }
 

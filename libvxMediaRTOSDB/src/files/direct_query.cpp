@@ -24,7 +24,7 @@ bool DirectExchange::exchange(const void* request, size_t requestSize) {
         UTIL_LOG(UTIL_LOG_ERROR, mQuery.sendFailed, sent);
         return false;
     }
-    hexDump(kSendLabel, request, size);
+    hexDump(Direction::kSent, request, size);
 
     mReceived = rtosConnectionRecv(mConnection.get(), mBuffer.data(), kResponseBufferSize);
     UTIL_LOG(UTIL_LOG_DEBUG, mQuery.received, mReceived);

@@ -40,6 +40,20 @@ const db_video_specific_info* findVideoInfo(const Response& response) {
 
 }  // namespace
 
+int findVideo(const Response& response, const db_item_record** item,
+              const db_video_specific_info** info) {
+    const db_item_record* found = nullptr;
+    const int status = findItem(response, &found);
+    if (!found)
+        return status;
+    const auto* foundInfo = findVideoInfo(response);
+    if (!foundInfo && isOrdinaryVideo(found->content_type))
+        return discardResponse(sizeOf(response));
+    *item = found;
+    *info = foundInfo;
+    return HTTP_OK;
+}
+
 int getContentInfoResponse(rtosConnection* pRtosConn, const char* pDirName, const char* pFileName,
                            void* pRespBuf, const db_item_record** ppInfo) {
     UTIL_ASSERT(ppInfo);
@@ -57,18 +71,9 @@ int getVideoSpecificInfoResponse(rtosConnection* pRtosConn, const char* pDirName
     UTIL_ASSERT(ppVideoInfo);
     *ppInfo = nullptr;
     *ppVideoInfo = nullptr;
-    const Response response =
-        askAboutFile(pRtosConn, DB_CMD_VIDEO_SPECIFIC_INFO, pDirName, pFileName, pRespBuf);
-    const db_item_record* item = nullptr;
-    const int status = findItem(response, &item);
-    if (!item)
-        return status;
-    const auto* info = findVideoInfo(response);
-    if (!info && isOrdinaryVideo(item->content_type))
-        return discardResponse(sizeOf(response));
-    *ppInfo = item;
-    *ppVideoInfo = info;
-    return HTTP_OK;
+    return findVideo(
+        askAboutFile(pRtosConn, DB_CMD_VIDEO_SPECIFIC_INFO, pDirName, pFileName, pRespBuf), ppInfo,
+        ppVideoInfo);
 }
 
 int getMoreInfoResponse(rtosConnection* pRtosConn, const char* pDirName, const char* pFileName,

@@ -43,13 +43,14 @@ Response ask(rtosConnection* pRtosConn, DbCommand command, const char* pDirName,
 
     const int received = rtosCall(pRtosConn, &request, sizeof request, pRespBuf);
     if (!holdsResponseHeader(received))
-        return {discardResponse(received), {}};
+        return {discardResponse(received), {}, received >= 0};
     auto* header = static_cast<db_response_header*>(pRespBuf);
     logResponse(*header);
     checkToken(header->token, request.header);
     correctCount(request.header, header, UTIL_LOG_WARN);
     return {httpStatus(header->status),
-            {static_cast<const uint8_t*>(pRespBuf), static_cast<size_t>(received)}};
+            {static_cast<const uint8_t*>(pRespBuf), static_cast<size_t>(received)},
+            true};
 }
 
 }  // namespace

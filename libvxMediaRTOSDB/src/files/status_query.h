@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <span>
 
+#include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 #include <mediacheckd/vxMediaRTOSDB/db_requests.h>
 #include <mediacheckd/vxMediaRTOSDB/rtos_connection.h>
 
@@ -14,6 +15,7 @@
 struct Response {
     int status;  // HttpStatus
     std::span<const uint8_t> bytes;
+    bool answered;  // false when the exchange failed in all its tries
 };
 
 // Tells whether the status of a response means that the database has none of the files asked for.
@@ -28,6 +30,11 @@ constexpr bool saysNotFound(uint32_t status) {
 [[nodiscard]] Response writeUploadStatus(rtosConnection* pRtosConn, const char* pDirName,
                                          const char* pFileName, uint32_t uploadStatus,
                                          void* pRespBuf);
+
+// Finds the item record of a response about a video, and its video specific information when that
+// came with all its highlights; both are left alone otherwise. Returns an HTTP status.
+[[nodiscard]] int findVideo(const Response& response, const db_item_record** item,
+                            const db_video_specific_info** info);
 
 // Logs a response of a size that no answer has. Returns HTTP_INTERNAL_ERROR.
 [[nodiscard]] int discardResponse(int bytesReceived);

@@ -5,10 +5,10 @@
 
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
-void hexDump(const char* label, const void* bytes, int length) {
+void hexDump(Direction direction, const void* bytes, int length) {
     if (g_logLevel <= UTIL_LOG_INFO)
         return;
-    std::printf("%s:", label);
+    std::printf(direction == Direction::kSent ? "\nSnd :" : "\nRcv :");
     const auto* byte = static_cast<const uint8_t*>(bytes);
     for (int i = 0; i < length; i++) {
         if (i % 32 == 0)

@@ -63,10 +63,17 @@ MemberNames::Form MemberNames::chooseForm(const db_item_record& item, MemberName
     }
 }
 
-MemberNames::MemberNames(const db_item_record& item, uint32_t groupNumber, MemberNameUse use)
+uint32_t ChapterNumbers::first() {
+    if (!mFirst)
+        mFirst = static_cast<uint32_t>(usesOneBasedChapters());
+    return *mFirst;
+}
+
+MemberNames::MemberNames(const db_item_record& item, uint32_t groupNumber, MemberNameUse use,
+                         ChapterNumbers& chapters)
     : mItem(item), mGroupNumber(groupNumber), mForm(chooseForm(item, use)) {
-    if (mForm.numbering == Numbering::kChapter && usesOneBasedChapters())
-        mFirstChapter = 1;
+    if (mForm.numbering == Numbering::kChapter)
+        mFirstChapter = chapters.first();
 }
 
 FileNameText MemberNames::name(uint32_t member) const {

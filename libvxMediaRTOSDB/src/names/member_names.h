@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
 #include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
@@ -18,15 +19,22 @@ enum class MemberNameUse {
     kDurations,  // the names under which the durations of a group's videos are asked for
 };
 
+// The number of a video's first chapter. Asks for the camera's model number once, when it is
+// needed.
+class ChapterNumbers {
+  public:
+    [[nodiscard]] uint32_t first();
+
+  private:
+    std::optional<uint32_t> mFirst;
+};
+
 class MemberNames {
   public:
-    // item: the group's record; must outlive the object. Asks for the camera's model number when
-    // the group is a chaptered video. An item of another content type has no members to name; that
-    // is logged.
-    MemberNames(const db_item_record& item, uint32_t groupNumber, MemberNameUse use);
-
-    // False for an item whose content type is no group; there is nothing to call name for then.
-    [[nodiscard]] bool exist() const { return mForm.numbering != Numbering::kNone; }
+    // item: the group's record; must outlive the object. chapters: asked when the group is a
+    // chaptered video. An item of another content type has no members to name; that is logged.
+    MemberNames(const db_item_record& item, uint32_t groupNumber, MemberNameUse use,
+                ChapterNumbers& chapters);
 
     // Returns the name of one member. Member 0 of a chaptered video has the item's own name.
     [[nodiscard]] FileNameText name(uint32_t member) const;

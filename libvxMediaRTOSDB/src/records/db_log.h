@@ -5,6 +5,9 @@
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 
 void logRequest(const db_request_header& request);
+inline void logRequest(const db_histogram_request& request) {
+    logRequest(request.header);
+}
 void logRequest(const db_list_request& request);
 void logRequest(const db_list_with_parameters_request& request);
 void logRequest(const db_file_request& request);

@@ -1,10 +1,25 @@
 // Reads the records of a response one after the other, never beyond the bytes received.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <span>
+
+// Returns the record that starts at offset, as far as its 32-bit words came whole; the others are
+// 0.
+template <typename Record>
+[[nodiscard]] Record wordsReceived(std::span<const uint8_t> bytes, size_t offset = 0) {
+    static_assert(alignof(Record) == 1 && sizeof(Record) % sizeof(uint32_t) == 0);
+    Record record = {};
+    if (offset < bytes.size()) {
+        const size_t size = std::min(bytes.size() - offset, sizeof record);
+        std::memcpy(&record, bytes.data() + offset, size - size % sizeof(uint32_t));
+    }
+    return record;
+}
 
 // The records it returns point into the bytes, which must outlive them.
 class RecordReader {

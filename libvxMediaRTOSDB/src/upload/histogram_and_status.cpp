@@ -60,8 +60,8 @@ int dbSetZEPUploadStatus(const char* dirName, const char* fileName, uint32_t upl
 }
 
 int dbGetMediaHistogram(void* token, void*, uint32_t* histogram) {
-    db_request_header request;
-    fillHeader(&request, DB_CMD_MEDIA_HISTOGRAM, 1, token);
+    db_histogram_request request;
+    fillHeader(&request.header, DB_CMD_MEDIA_HISTOGRAM, 1, token);
 
     uint8_t response[kResponseBufferSize];
     const int received = exchange(request, response);

@@ -37,16 +37,17 @@ int fetchPage(const List& list, uint32_t count, uint32_t startIndex, void* token
     if (result < 0)
         return result;
 
-    const auto* header = RecordReader(response).read<db_list_response_header>();
-    *sessionId = header->session_id;
+    const std::span received(response, static_cast<size_t>(bytesRead));
+    const auto header = wordsReceived<db_list_response_header>(received);
+    *sessionId = header.session_id;
     if (totalEntries)
-        *totalEntries = header->total_entries;
+        *totalEntries = header.total_entries;
     result = processQueryResponse(response, bytesRead, startIndex, itemCallback, itemContext,
                                   fileCallback, fileContext);
     if (result != 0)
         return result;
 
-    const int returned = static_cast<int>(header->header.count_returned);
+    const int returned = static_cast<int>(header.header.count_returned);
     const ElapsedTime::Reading time = elapsed.read();
     UTIL_LOG(UTIL_LOG_DEBUG, list.timeFormat, time.seconds, time.microseconds, returned);
     return returned;

@@ -9,6 +9,7 @@
 #include "libvxMediaRTOSDB/src/records/item_reader.h"
 #include "libvxMediaRTOSDB/src/records/member_mask.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
+#include "libvxMediaRTOSDB/src/records/record_reader.h"
 #include "libvxMediaRTOSDB/src/upload/video_duration.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
@@ -25,7 +26,7 @@ struct Callbacks {
 using GumiText = std::array<char, 2 * kGumiSize + 1>;
 
 // Returns the text, or null when there is no GUMI.
-const char* formatGumi(const db_gumi* gumi, GumiText* text) {
+const char* gumiText(const db_gumi* gumi, GumiText* text) {
     if (!gumi)
         return nullptr;
     for (size_t i = 0; i < kGumiSize; i++)
@@ -33,31 +34,33 @@ const char* formatGumi(const db_gumi* gumi, GumiText* text) {
     return text->data();
 }
 
-// Returns the header; fields that were not received are 0.
-db_list_response_header headerOf(std::span<const uint8_t> page) {
-    db_list_response_header header = {};
-    const auto received = page.first(std::min(page.size(), sizeof header));
-    std::ranges::copy(received, reinterpret_cast<uint8_t*>(&header));
-    return header;
-}
+// What the items of one page share: the rule of the chapters' numbers, and whether the database has
+// fallen silent, which would cost all tries again for each further duration.
+struct PageState {
+    ChapterNumbers chapters;
+    bool silent = false;
+};
 
-uint64_t groupDurationMs(const ListItem& item, const char* dirName) {
-    const MemberNames names(*item.record, item.group->group_number, MemberNameUse::kDurations);
+uint64_t groupDurationMs(const ListItem& item, const char* dirName, PageState& page) {
+    const MemberNames names(*item.record, item.group->group_number, MemberNameUse::kDurations,
+                            page.chapters);
     uint64_t total = 0;
     forEachMember(*item.group, item.memberMask, [&](uint32_t member) {
+        if (page.silent)
+            return;
         uint32_t duration = 0;
-        getVideoDuration(dirName, names.name(member).data(), &duration);
+        page.silent = !getVideoDuration(dirName, names.name(member).data(), &duration);
         total += duration;
     });
     return total;
 }
 
-uint32_t durationSeconds(const ListItem& item, const char* dirName) {
+uint32_t durationSeconds(const ListItem& item, const char* dirName, PageState& page) {
     uint64_t duration = 0;
     if (item.videoInfo)
         duration = item.videoInfo->duration_ms;
     else if (isVideoGroup(item.record->content_type))
-        duration = groupDurationMs(item, dirName);
+        duration = groupDurationMs(item, dirName, page);
     return static_cast<uint32_t>((duration + 500) / 1000);
 }
 
@@ -77,9 +80,10 @@ void logGroup(const ListItem& item) {
 }
 
 void deliverGroupFiles(const ListItem& item, char* dirName, const char* itemName,
-                       const Callbacks& callbacks) {
+                       const Callbacks& callbacks, PageState& page) {
     logGroup(item);
-    const MemberNames names(*item.record, item.group->group_number, MemberNameUse::kFiles);
+    const MemberNames names(*item.record, item.group->group_number, MemberNameUse::kFiles,
+                            page.chapters);
     UTIL_LOG(UTIL_LOG_DEBUG, "filename: %s format: %s\n", itemName, names.format().data());
     forEachMember(*item.group, item.memberMask, [&](uint32_t member) {
         callbacks.file(callbacks.fileContext, dirName, names.name(member).data());
@@ -103,14 +107,14 @@ void describeGroup(const ListItem& item, zep_item_s* zepItem) {
     zepItem->size_bytes = group.group_size;
 }
 
-zep_item_s describe(const ListItem& item, ItemTexts* texts) {
+zep_item_s describe(const ListItem& item, ItemTexts* texts, PageState& page) {
     const db_item_record& record = *item.record;
     texts->dirName = terminated(record.dir_name);
     texts->fileName = terminated(record.file_name);
 
     zep_item_s zepItem = {};
-    zepItem.gumi = formatGumi(item.gumi, &texts->gumi);
-    zepItem.parent_gumi = formatGumi(item.parentGumi, &texts->parentGumi);
+    zepItem.gumi = gumiText(item.gumi, &texts->gumi);
+    zepItem.parent_gumi = gumiText(item.parentGumi, &texts->parentGumi);
     zepItem.content_type = record.content_type;
     zepItem.upload_status = record.upload_status;
     zepItem.highlight = record.highlight_count;
@@ -121,20 +125,20 @@ zep_item_s describe(const ListItem& item, ItemTexts* texts) {
     zepItem.file_name = texts->fileName.data();
     if (item.group)
         describeGroup(item, &zepItem);
-    zepItem.duration_s = durationSeconds(item, zepItem.dir_name);
+    zepItem.duration_s = durationSeconds(item, zepItem.dir_name, page);
     zepItem.clip = item.videoInfo && item.videoInfo->clip != 0;
     return zepItem;
 }
 
-void deliverItem(const ListItem& item, const Callbacks& callbacks) {
+void deliverItem(const ListItem& item, const Callbacks& callbacks, PageState& page) {
     ItemTexts texts;
-    zep_item_s zepItem = describe(item, &texts);
+    zep_item_s zepItem = describe(item, &texts, page);
     if (callbacks.item)
         callbacks.item(callbacks.itemContext, &zepItem);
     if (!callbacks.file)
         return;
     if (item.group)
-        deliverGroupFiles(item, texts.dirName.data(), texts.fileName.data(), callbacks);
+        deliverGroupFiles(item, texts.dirName.data(), texts.fileName.data(), callbacks, page);
     else
         callbacks.file(callbacks.fileContext, texts.dirName.data(), texts.fileName.data());
 }
@@ -146,7 +150,7 @@ int processQueryResponse(const void* response, int bytesRead, uint32_t startingI
                          zep_file_callback fileCallback, void* fileContext) {
     const std::span page(static_cast<const uint8_t*>(response),
                          static_cast<size_t>(std::max(bytesRead, 0)));
-    const db_list_response_header header = headerOf(page);
+    const auto header = wordsReceived<db_list_response_header>(page);
     const ItemLayout layout = {
         .listOptions = header.list_options,
         .parentGumiAttributes = ITEM_ATTRIBUTE_PARENT_GUMI | ITEM_ATTRIBUTE_TR,
@@ -155,6 +159,7 @@ int processQueryResponse(const void* response, int bytesRead, uint32_t startingI
     const Callbacks callbacks = {itemCallback, itemContext, fileCallback, fileContext};
 
     const int count = static_cast<int>(itemsOfPage(header, startingIndex));
+    PageState state;
     size_t offset = sizeof header;
     for (int done = 0; done < count; done++) {
         ListItem item;
@@ -173,7 +178,7 @@ int processQueryResponse(const void* response, int bytesRead, uint32_t startingI
                          uint32_t{item.record->content_type});
                 return -1;
         }
-        deliverItem(item, callbacks);
+        deliverItem(item, callbacks, state);
         offset = item.nextOffset;
     }
     return 0;

@@ -29,9 +29,10 @@ void rtosConnectionDtor(rtosConnection* pRtosConn);
 // Returns the channel's result, negative on failure.
 [[nodiscard]] int rtosConnectionSend(rtosConnection* pRtosConn, const void* pSrc, int szSrc);
 
-// Receives one response into pDest, of szDest bytes, above 0, after clearing it: bytes that do not
-// come read as zero. Dumps what came at UTIL_LOG_TRACE.
-// Returns the number of bytes received, zero included, or the channel's negative result.
+// Receives one response into pDest, of szDest bytes, after clearing it: bytes that do not come read
+// as zero. A negative szDest clears nothing and goes to the channel as it is. Dumps what came at
+// UTIL_LOG_TRACE. Returns the number of bytes received, zero included, or the channel's negative
+// result.
 [[nodiscard]] int rtosConnectionRecv(rtosConnection* pRtosConn, void* pDest, int szDest);
 
 // Exchanges a request of requestLength bytes for one response. A failed attempt is followed by a

@@ -15,7 +15,8 @@
 GroupMembers::GroupMembers(rtosConnection* connection, const ListItem& group)
     : mConnection(connection),
       mGroup(group),
-      mNames(*group.record, groupNumber(*group.record, *group.group), MemberNameUse::kFiles) {}
+      mNames(*group.record, groupNumber(*group.record, *group.group), MemberNameUse::kFiles,
+             mChapters) {}
 
 bool GroupMembers::next(MemberRecord* member) {
     do {

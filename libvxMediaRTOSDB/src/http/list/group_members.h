@@ -41,6 +41,7 @@ class GroupMembers {
 
     rtosConnection* mConnection;
     const ListItem& mGroup;
+    ChapterNumbers mChapters;
     MemberNames mNames;
     int mStatus = HTTP_OK;
     uint32_t mNextIndex = 0;  // where the next request starts, counted from first_number

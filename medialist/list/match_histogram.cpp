@@ -45,7 +45,7 @@ int ZEPMediaList::matchHistogram(int mask) {
     }
     printHistogram(histogram);
     // The client reports no session with the histogram, so far: then the id stays the list's own.
-    if (sessionChanged(sessionId)) {
+    if (dropChangedSession(sessionId)) {
         return -1;
     }
     mSessionId = sessionId;

@@ -17,6 +17,7 @@ int ZEPMediaList::getMediaCount(std::vector<UploadRule>& rules) {
     mIndex = 0;
     const int32_t countedStart = mMediaStartIndex;
     mMediaStartIndex = 0;
+    mTooMany = false;
     if (!mCounted) {
         reset();
         mSessionValid = false;
@@ -36,6 +37,12 @@ int ZEPMediaList::getMediaCount(std::vector<UploadRule>& rules) {
     return mCurrentCount;
 }
 
+// Counts without rules: nothing matches. Returns 0 or a negative number.
+int ZEPMediaList::buildEntries() {
+    std::vector<UploadRule> none;
+    return getMediaCount(none);
+}
+
 // Returns 0 when both lists have been read to their end, else a negative number.
 int ZEPMediaList::countLists() {
     int delivered = 0;
@@ -44,7 +51,8 @@ int ZEPMediaList::countLists() {
                    mIndex, mMediaStartIndex, mCurrentCount);
         delivered = countPage(dbGetZEPItems);
     } while (delivered > 0);
-    if (delivered < 0) {
+    if (delivered < 0 || mTooMany) {
+        mMediaStartIndex = static_cast<int32_t>(mIndex);
         return delivered;
     }
 
@@ -69,16 +77,29 @@ int ZEPMediaList::countPage(PageQuery query) {
     if (!enterSession(sessionId)) {
         return -1;
     }
+    if (mTooMany) {
+        VLOG_ERROR("[ZML]: %s: More than %d items, the others are left out.\n", "countPage",
+                   static_cast<int>(kMaxItems));
+        return 0;
+    }
     // A page that claims items and brings none would be asked for again and again.
-    return delivered > 0 && mIndex == first ? -1 : delivered;
+    if (delivered > 0 && mIndex == first) {
+        VLOG_ERROR("[ZML]: %s: A page of %d items has none.\n", "countPage", delivered);
+        return -1;
+    }
+    return delivered;
 }
 
 void ZEPMediaList::countCb(void* ctx, zep_item_s* item) {
     auto& list = *static_cast<ZEPMediaList*>(ctx);
+    if (list.mIndex >= kMaxItems) {
+        list.mTooMany = true;
+        return;
+    }
     if (!list.mCounted) {
         list.mEntries.emplace_back(*item, list.mIndex);
     }
-    const bool candidate = !isSpanGroup(item->content_type) || list.countSpan(*item);
+    const bool candidate = !isSpan(*item) || list.registerSpan(*item);
     if (candidate && list.matchRules(item, list.mRules) == 1) {
         ++list.mCurrentCount;
     }
@@ -87,7 +108,7 @@ void ZEPMediaList::countCb(void* ctx, zep_item_s* item) {
 
 // Returns whether the item is the first span of its group. While the list is being built, a later
 // span is folded into the first one's entry and set aside in the database.
-bool ZEPMediaList::countSpan(const zep_item_s& item) {
+bool ZEPMediaList::registerSpan(const zep_item_s& item) {
     if (mCounted) {
         const std::vector<uint32_t>* const spans = spansOf(item.group_number, "countCb");
         return spans != nullptr && spans->front() == mIndex;
@@ -99,9 +120,18 @@ bool ZEPMediaList::countSpan(const zep_item_s& item) {
     if (isNew) {
         return true;
     }
-    mEntries[spans.front()].fold(mEntries[mIndex]);
+    foldIntoFirst(spans.front());
     if (dbSetZEPUploadStatus(item.dir_name, item.file_name, kStatusFolded, mToken) != 0) {
         VLOG_ERROR("[ZML]: %s: Unable to set upload status.\n", "countCb");
     }
     return false;
+}
+
+// Folds the last entry into that of the group's first span. After a reset in the middle of a count
+// the entries do not start at index 0: the distance counts.
+void ZEPMediaList::foldIntoFirst(uint32_t firstIndex) {
+    const uint32_t distance = mIndex - firstIndex;
+    if (distance < mEntries.size()) {
+        mEntries[mEntries.size() - 1 - distance].fold(mEntries.back());
+    }
 }

@@ -8,7 +8,7 @@
 
 int ZEPMediaList::sort(const char* json) {
     if (!mCounted) {
-        const int result = getMediaCount(kDefaultUploadRules);
+        const int result = buildEntries();
         if (result != 0) {
             return result;
         }

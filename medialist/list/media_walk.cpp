@@ -32,7 +32,7 @@ int32_t mediaCodeOf(uint32_t contentType) {
 }  // namespace
 
 int ZEPMediaList::getNextMedia(MediaOutput* out, std::vector<UploadRule>& rules) {
-    if (!mCounted && getMediaCount(kDefaultUploadRules) < 0) {
+    if (!mCounted && buildEntries() < 0) {
         return kFailed;
     }
     mRules = rules;
@@ -62,7 +62,7 @@ int ZEPMediaList::getNextMedia(MediaOutput* out, std::vector<UploadRule>& rules)
             return kItem;
         }
     }
-    return kEnd;
+    return mTooMany ? kFailed : kEnd;
 }
 
 // Asks for the item of the entry at the cursor. Returns the number of items delivered, or a
@@ -82,14 +82,17 @@ int ZEPMediaList::fetchEntry(uint32_t* sessionId) {
 
 // Adds the files of the current group's later spans. Returns kItem, kFailed or kSessionChanged.
 int ZEPMediaList::addLaterSpans() {
-    const std::vector<uint32_t>& spans = mSpanMap[static_cast<uint32_t>(mCurrentGroup)];
+    const auto group = mSpanMap.find(static_cast<uint32_t>(mCurrentGroup));
+    // A copy: a changed session drops the map.
+    const std::vector<uint32_t> spans =
+        group != mSpanMap.end() ? group->second : std::vector<uint32_t>();
     for (size_t i = 1; i < spans.size(); ++i) {
         uint32_t sessionId = mSessionId;
         if (dbGetZEPItems(1, spans[i], mToken, nullptr, nullptr, fileCb, this, &sessionId,
                           nullptr) < 0) {
             return kFailed;
         }
-        if (sessionChanged(sessionId)) {
+        if (dropChangedSession(sessionId)) {
             return kSessionChanged;
         }
     }
@@ -99,7 +102,7 @@ int ZEPMediaList::addLaterSpans() {
 void ZEPMediaList::itemCb(void* ctx, zep_item_s* item) {
     auto& list = *static_cast<ZEPMediaList*>(ctx);
     if (list.matchRules(item, list.mRules) == 0 ||
-        (isSpanGroup(item->content_type) && !list.enterGroup(item->group_number))) {
+        (isSpan(*item) && !list.enterGroup(item->group_number))) {
         return;
     }
     const int32_t code = mediaCodeOf(item->content_type);

@@ -1,5 +1,4 @@
 #include "medialist/list/item_span.h"
-#include "medialist/sort/media_class.h"
 #include <mediacheckd/medialist/zep_media_list.h>
 #include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
@@ -10,6 +9,20 @@ constexpr uint32_t kHighlightScore = 100;
 
 bool neverUploaded(uint32_t contentType) {
     return contentType == DB_CONTENT_TYPE_SESSION_FILE || contentType == kContentTypeUnused;
+}
+
+bool isPhoto(uint32_t contentType) {
+    return contentType == DB_CONTENT_TYPE_SINGLE_PHOTO ||
+           contentType == DB_CONTENT_TYPE_NIGHT_PHOTO;
+}
+
+// Single, grouped and chaptered videos.
+bool isRecording(uint32_t contentType) {
+    return contentType <= DB_CONTENT_TYPE_CHAPTERED_VIDEO;
+}
+
+bool isBurst(uint32_t contentType) {
+    return contentType == DB_CONTENT_TYPE_BURST || contentType == DB_CONTENT_TYPE_BURST_VIDEO;
 }
 
 bool within(uint32_t value, uint32_t min, uint32_t max) {
@@ -35,25 +48,24 @@ bool selectsStatus(const UploadRule& rule, uint32_t uploadStatus) {
 }
 
 bool conditionHolds(const UploadRule& rule, const zep_item_s& item) {
-    const MediaClass media = mediaClass(item.content_type, false);
+    const uint32_t type = item.content_type;
     switch (rule.kind) {
         case UPLOAD_RULE_ANY:
             return true;
         case UPLOAD_RULE_PHOTO:
-            return media == MEDIA_CLASS_PHOTO && scoreFits(rule, item);
+            return isPhoto(type) && scoreFits(rule, item);
         case UPLOAD_RULE_VIDEO:
-            return media == MEDIA_CLASS_VIDEO && scoreFits(rule, item) && durationFits(rule, item);
+            return isRecording(type) && scoreFits(rule, item) && durationFits(rule, item);
         case UPLOAD_RULE_USER_VIDEO_CLIP:
         case UPLOAD_RULE_AUTO_VIDEO_CLIP:
-            return media == MEDIA_CLASS_VIDEO && item.clip != 0 && scoreFits(rule, item);
+            return isRecording(type) && item.clip != 0 && scoreFits(rule, item);
         case UPLOAD_RULE_TIME_LAPSE:
-            return media == MEDIA_CLASS_TIME_LAPSE &&
-                   (item.content_type == DB_CONTENT_TYPE_TIME_LAPSE_VIDEO ? durationFits(rule, item)
-                                                                          : countFits(rule, item));
+            return (type == DB_CONTENT_TYPE_TIME_LAPSE_VIDEO && durationFits(rule, item)) ||
+                   (isSpanGroup(type) && countFits(rule, item));
         case UPLOAD_RULE_BURST:
-            return media == MEDIA_CLASS_BURST;
+            return isBurst(type);
         case UPLOAD_RULE_CONTINUOUS:
-            return media == MEDIA_CLASS_CONTINUOUS && countFits(rule, item);
+            return type == DB_CONTENT_TYPE_CONTINUOUS_PHOTO && countFits(rule, item);
         case UPLOAD_RULE_HIGHLIGHTED:
             return item.highlight != 0;
         default:

@@ -18,8 +18,9 @@ void ZEPMediaList::reset() {
     mCounted = false;
 }
 
-// Every reply's session id is checked here; a list of another session is dropped.
-bool ZEPMediaList::sessionChanged(uint32_t sessionId) {
+// Every reply's session id is checked here. Returns whether the list was dropped, as one of another
+// session is.
+bool ZEPMediaList::dropChangedSession(uint32_t sessionId) {
     if (!mSessionValid || sessionId == mSessionId) {
         return false;
     }
@@ -29,7 +30,7 @@ bool ZEPMediaList::sessionChanged(uint32_t sessionId) {
 
 // Makes the reply's session the list's own, unless it has changed.
 bool ZEPMediaList::enterSession(uint32_t sessionId) {
-    if (sessionChanged(sessionId)) {
+    if (dropChangedSession(sessionId)) {
         return false;
     }
     mSessionId = sessionId;

@@ -9,6 +9,7 @@ using scripted::platform;
 using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 
 using Texts = std::vector<std::string>;
 using Results = std::vector<int>;
@@ -128,6 +129,7 @@ TEST(Enumeration, ADatabaseThatIsNotAsItWasCounted) {
     ZEPMediaList list;
     EXPECT_EQ(list.getMediaCount(freshRules), -1);
     EXPECT_LT(platform.requests.size(), 10u);
+    EXPECT_THAT(log.take(), HasSubstr("countPage: A page of 1 items has none.\n"));
 
     card.claimedItems = 0;
     EXPECT_EQ(list.getMediaCount(freshRules), 5);
@@ -138,6 +140,40 @@ TEST(Enumeration, ADatabaseThatIsNotAsItWasCounted) {
     EXPECT_EQ(list.getNextMedia(&out, freshRules), ZEPMediaList::kItem);
     EXPECT_THAT(out.files, ElementsAre(kFolder + "V0040001.JPG"));
     EXPECT_THAT(log.take(), HasSubstr("itemCb: Missing group in span map: 4\n"));
+}
+
+TEST(Enumeration, FoldsOnlySpansThatItCanTellApart) {
+    const CapturedLog log;
+    CardDatabase card{.items = {{6, "V0010001.JPG", ~0u, 1, 2}, {6, "V0010003.JPG", ~0u, 3, 4}}};
+    card.items.resize(50, {4, "VXMF0001.JPG"});
+    card.serve();
+    ZEPMediaList list;
+    const Pass pass = passOver(list);
+    EXPECT_EQ(pass.results, Results{50});
+    EXPECT_EQ(pass.items.size(), 50u);
+    EXPECT_THAT(card.folded, ElementsAre());
+    // What a component may do: count behind a reset, where entries and indices are apart.
+    list.reset();
+    zep_item_s span{};
+    span.content_type = 6;
+    span.dir_name = span.file_name = "";
+    ZEPMediaList::countCb(&list, &span);
+    ZEPMediaList::countCb(&list, &span);
+    EXPECT_THAT(log.take(), Not(HasSubstr("Missing group")));
+}
+
+TEST(Enumeration, TellsOfMoreItemsThanAnIndexHolds) {
+    const CapturedLog log;
+    CardDatabase card;
+    card.items.resize(ZEPMediaList::kMaxItems + 1, {4, "VXMF0001.JPG"});
+    card.serve();
+    ZEPMediaList list;
+    EXPECT_EQ(list.getMediaCount(freshRules), static_cast<int>(ZEPMediaList::kMaxItems));
+    EXPECT_THAT(log.take(), HasSubstr("More than 262144 items"));
+    // No rule accepts an item: one step walks to the end.
+    std::vector<UploadRule> none;
+    MediaOutput out;
+    EXPECT_EQ(list.getNextMedia(&out, none), ZEPMediaList::kFailed);
 }
 
 TEST(UploadStatus, OnlyPathsOfTheRightFormReachTheDatabase) {

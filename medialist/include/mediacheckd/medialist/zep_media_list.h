@@ -41,7 +41,8 @@ class ZEPMediaList {
 
     // The directory under which the database's directories lie, with its final '/'.
     static std::string pathPrefix;
-    // The empty list, for a count that is only to build the entries.
+    // The empty list, for callers that count only to build the entries. The list itself does not
+    // read it: who fills it changes no result.
     static std::vector<UploadRule> kDefaultUploadRules;
 
     ZEPMediaList() = default;
@@ -61,10 +62,14 @@ class ZEPMediaList {
     // be reached (nothing is printed then) or has changed.
     [[nodiscard]] int matchHistogram(int mask);
 
+    // The items that a list can tell apart: an entry's index has 18 bits.
+    static constexpr uint32_t kMaxItems = 1U << 18;
+
     // Reads the whole database and counts the items that the rules accept. The first count builds
     // the list: it folds the later spans of each group of type 6 or 8 into the group's first entry
     // and marks them in the database with upload status 5. A list that is built already keeps its
-    // entries and their order; only the matches are counted anew.
+    // entries and their order; only the matches are counted anew. Of a database with more than
+    // kMaxItems items the first ones are counted, which is logged as an error.
     // Returns the number of matches, or a negative number: the database client's, or -1 when the
     // database has changed or claims items that it does not bring.
     [[nodiscard]] int getMediaCount(std::vector<UploadRule>& rules);
@@ -80,7 +85,8 @@ class ZEPMediaList {
     // caller's. Counts first when the list is not built.
     // Returns kItem with an item in out; kEnd after the last one, and where the database delivers
     // no item for an entry, which the next call asks for again; kSessionChanged when the database
-    // has changed; kFailed when it cannot be reached, when a page is invalid or when the count
+    // has changed; kFailed when it cannot be reached, when a page is invalid, behind the last entry
+    // of a database with more than kMaxItems items or when the count
     // fails (also for a changed session), with the walk at the entry it has come to: when the later
     // span of a group fails, behind the group.
     // Without kItem, out is not to be relied on.
@@ -105,11 +111,13 @@ class ZEPMediaList {
     using PageQuery = decltype(&dbGetZEPItems);
     static constexpr int32_t kNoGroup = -1;
 
-    bool sessionChanged(uint32_t sessionId);
+    int buildEntries();
+    bool dropChangedSession(uint32_t sessionId);
     bool enterSession(uint32_t sessionId);
     int countLists();
     int countPage(PageQuery query);
-    bool countSpan(const zep_item_s& item);
+    bool registerSpan(const zep_item_s& item);
+    void foldIntoFirst(uint32_t firstIndex);
     const std::vector<uint32_t>* spansOf(uint32_t groupNumber, const char* caller) const;
     void logEntries() const;
     const MediaEntry* entriesEnd() const { return mEntries.data() + mEntries.size(); }
@@ -132,6 +140,7 @@ class ZEPMediaList {
     // Database indices of the spans of each group of type 6 or 8, the first span first.
     std::map<uint32_t, std::vector<uint32_t>> mSpanMap;
     std::vector<MediaEntry> mEntries;
+    bool mTooMany = false;  // the database has more than kMaxItems items
 };
 
 #pragma GCC visibility pop

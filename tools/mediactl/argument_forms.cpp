@@ -21,6 +21,15 @@ bool isNumber(const std::string& text) {
     return error == std::errc() && rest == end && (text[0] != '0' || text.size() == 1);
 }
 
+// A comparison with what is not a number is false.
+bool isSeconds(const std::string& text) {
+    constexpr double kMost = 1e9;
+    double value = -1;
+    const char* end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, value);
+    return error == std::errc() && rest == end && 0 <= value && value <= kMost;
+}
+
 bool isDirectory(const std::string& text) {
     return text.size() == kDirNameSize && text.find('/') == std::string::npos;
 }
@@ -39,6 +48,7 @@ bool isGumi(const std::string& text) {
 }  // namespace
 
 const Form kNumber = {"a decimal number of 32 bits", isNumber};
+const Form kSeconds = {"a number of seconds up to 1000000000", isSeconds};
 const Form kDirectory = {"a directory name of 8 characters", isDirectory};
 const Form kFile = {"a directory of 8 and a file of 12 characters", isFile};
 const Form kGumi = {"32 hexadecimal digits", isGumi};

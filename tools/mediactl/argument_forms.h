@@ -13,6 +13,9 @@ struct Form {
 // A decimal number of 32 bits.
 extern const Form kNumber;
 
+// A number of seconds, with a fraction or without.
+extern const Form kSeconds;
+
 // The name of a directory on the card: 8 characters.
 extern const Form kDirectory;
 

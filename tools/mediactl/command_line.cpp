@@ -12,8 +12,6 @@ namespace mediactl {
 
 namespace {
 
-constexpr double kMaxSeconds = 1e9;
-
 CLI::Validator validator(const Form& form) {
     const auto check = [form](const std::string& text) {
         return form.holds(text) ? "" : "'" + text + "' is not " + form.expected;
@@ -42,9 +40,7 @@ Command& Command::option(const char* name, const char* placeholder, std::optiona
 
 Command& Command::option(const char* name, const char* placeholder, std::optional<double>* value,
                          const char* help) {
-    mApp.add_option(name, *value, help)
-        ->type_name(placeholder)
-        ->check(CLI::Range(0.0, kMaxSeconds).description(""));
+    mApp.add_option(name, *value, help)->type_name(placeholder)->check(validator(kSeconds));
     return *this;
 }
 

@@ -3,7 +3,7 @@
 #include <mqueue.h>
 
 #include <cerrno>
-#include <cmath>
+#include <chrono>
 #include <cstring>
 #include <ctime>
 #include <memory>
@@ -45,12 +45,13 @@ mqd_t openQueue() {
 ssize_t receive(mqd_t queue, std::vector<char>& message, std::optional<double> timeout) {
     if (!timeout)
         return mq_receive(queue, message.data(), message.size(), nullptr);
+    using namespace std::chrono;
+    const auto end = system_clock::now().time_since_epoch() +
+                     duration_cast<nanoseconds>(duration<double>(*timeout));
+    const auto wholeSeconds = floor<seconds>(end);
     timespec until = {};
-    clock_gettime(CLOCK_REALTIME, &until);
-    double seconds = 0;
-    const auto nanoseconds = static_cast<long>(std::modf(*timeout, &seconds) * 1e9);
-    until.tv_sec += static_cast<time_t>(seconds) + (until.tv_nsec + nanoseconds) / 1000000000;
-    until.tv_nsec = (until.tv_nsec + nanoseconds) % 1000000000;
+    until.tv_sec = static_cast<time_t>(wholeSeconds.count());
+    until.tv_nsec = static_cast<long>((end - wholeSeconds).count());
     return mq_timedreceive(queue, message.data(), message.size(), nullptr, &until);
 }
 

@@ -1,9 +1,13 @@
 // The list query: one page of the media database's items.
 #pragma once
 
-#include <cstdint>
+#include <stdint.h>
 
+#include <mediacheckd/vxMediaRTOSDB/nodiscard.h>
+
+#ifdef __cplusplus
 extern "C" {
+#endif
 #pragma GCC visibility push(default)
 
 // Fetches one page, on a connection of its own.
@@ -17,9 +21,11 @@ extern "C" {
 // number; left alone when no connection can be made.
 // Returns 0, also for a failure status or a wrong token (both are logged); -1 when the database
 // cannot be reached; -3 for a response too short to hold a header.
-[[nodiscard]] int queryRTOSdb(uint32_t request_count, uint32_t starting_index, const void* token,
-                              void* response, uint32_t list_options, uint32_t query_options,
-                              int* pBytesRead);
+MEDIACHECKD_NODISCARD int queryRTOSdb(uint32_t request_count, uint32_t starting_index,
+                                      const void* token, void* response, uint32_t list_options,
+                                      uint32_t query_options, int* pBytesRead);
 
 #pragma GCC visibility pop
+#ifdef __cplusplus
 }
+#endif

@@ -1,9 +1,13 @@
 // The media lists, as HTTP responses with a JSON document.
 #pragma once
 
-#include <cstdint>
+#include <stdint.h>
 
+#include <mediacheckd/vxMediaRTOSDB/nodiscard.h>
+
+#ifdef __cplusplus
 extern "C" {
+#endif
 #pragma GCC visibility push(default)
 
 // Answers a media-list query (media_list_query.h) on standard output, which it flushes: lists the
@@ -17,7 +21,7 @@ extern "C" {
 // 200; except for the data set "gumi", a failure of memory has none.
 // Returns 0 for status 200, else -1; also -1, with nothing printed, for a gumi query that does not
 // begin with "f=gumi".
-[[nodiscard]] int generateMediaList(void* outputHandle, const char* query);
+MEDIACHECKD_NODISCARD int generateMediaList(void* outputHandle, const char* query);
 
 // Lists one range of the database on standard output, which it flushes, with a fixed set of keys.
 // handle: ignored. maxRequests: pages to fetch at most; below 1 the list is empty.
@@ -27,10 +31,12 @@ extern "C" {
 // A negative count acts as 0, one above 2 as 2.
 // parameters: that many; null with a count above 0: the process ends.
 // Returns 0 for status 200, else -1 (status 500). A card without identity has the identity "0".
-[[nodiscard]] int dbGetPagedList(void* handle, int maxRequests, uint32_t itemsPerRequest,
-                                 uint32_t startingIndex, uint32_t listOptions,
-                                 uint32_t queryOptions, int parameterCount,
-                                 const uint32_t* parameters);
+MEDIACHECKD_NODISCARD int dbGetPagedList(void* handle, int maxRequests, uint32_t itemsPerRequest,
+                                         uint32_t startingIndex, uint32_t listOptions,
+                                         uint32_t queryOptions, int parameterCount,
+                                         const uint32_t* parameters);
 
 #pragma GCC visibility pop
+#ifdef __cplusplus
 }
+#endif

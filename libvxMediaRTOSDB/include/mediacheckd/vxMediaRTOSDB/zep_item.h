@@ -1,11 +1,11 @@
 // What the page fetches hand to their callbacks.
 #pragma once
 
-#include <cstdint>
+#include <stdint.h>
 
 // One item of the media database, valid only during the callback that receives it. Items that are
 // no group have group_number, first_number and last_number 0 and no member mask.
-struct zep_item_s {
+typedef struct zep_item_s {
     const char* gumi;         // 32 upper-case hexadecimal digits, or null
     const char* parent_gumi;  // the same form, or null
     uint32_t content_type;    // DbContentType
@@ -25,9 +25,11 @@ struct zep_item_s {
     uint64_t size_bytes;    // for a group the members' sizes together
     const char* dir_name;   // 8 characters and a terminating zero
     const char* file_name;  // 12 characters and a terminating zero
-};
+} zep_item_s;
 
+#ifdef __cplusplus
 extern "C" {
+#endif
 
 // Called once for each item.
 typedef void (*zep_item_callback)(void* ctx, zep_item_s* item);
@@ -35,4 +37,6 @@ typedef void (*zep_item_callback)(void* ctx, zep_item_s* item);
 // Called after the item callback: once for an item that is no group, once for each present member
 // of a group. Both names are zero-terminated and valid only during the call.
 typedef void (*zep_file_callback)(void* ctx, char* dirName, char* fileName);
+#ifdef __cplusplus
 }
+#endif

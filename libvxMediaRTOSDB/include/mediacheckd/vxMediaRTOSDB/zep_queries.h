@@ -4,11 +4,14 @@
 // exchange has failed. Callbacks run on the caller's thread before the call returns.
 #pragma once
 
-#include <cstdint>
+#include <stdint.h>
 
+#include <mediacheckd/vxMediaRTOSDB/nodiscard.h>
 #include <mediacheckd/vxMediaRTOSDB/zep_item.h>
 
+#ifdef __cplusplus
 extern "C" {
+#endif
 #pragma GCC visibility push(default)
 
 // Fetches one page of the main list and hands its items and their files to the callbacks.
@@ -23,23 +26,23 @@ extern "C" {
 // no more, none when the response ends inside the first one. Or a negative number: -1 when the
 // database cannot be reached or the page is invalid (items before the fault are delivered), -3 for
 // a response too short to hold a header.
-[[nodiscard]] int dbGetZEPItems(uint32_t count, uint32_t startIndex, void* token,
-                                zep_item_callback itemCallback, void* itemContext,
-                                zep_file_callback fileCallback, void* fileContext,
-                                uint32_t* sessionId, uint32_t* totalEntries);
+MEDIACHECKD_NODISCARD int dbGetZEPItems(uint32_t count, uint32_t startIndex, void* token,
+                                        zep_item_callback itemCallback, void* itemContext,
+                                        zep_file_callback fileCallback, void* fileContext,
+                                        uint32_t* sessionId, uint32_t* totalEntries);
 
 // As dbGetZEPItems, over the list of session files, whose indices start at 0 as well.
-[[nodiscard]] int dbGetZEPSessionFileList(uint32_t count, uint32_t startIndex, void* token,
-                                          zep_item_callback itemCallback, void* itemContext,
-                                          zep_file_callback fileCallback, void* fileContext,
-                                          uint32_t* sessionId, uint32_t* totalEntries);
+MEDIACHECKD_NODISCARD int dbGetZEPSessionFileList(uint32_t count, uint32_t startIndex, void* token,
+                                                  zep_item_callback itemCallback, void* itemContext,
+                                                  zep_file_callback fileCallback, void* fileContext,
+                                                  uint32_t* sessionId, uint32_t* totalEntries);
 
 // Writes the upload status of one file.
 // dirName: 8 characters. fileName: 12 characters. token: as for dbGetZEPItems.
 // Returns 0, also when the database answered too short or with a failure (both are logged), or a
 // negative number when a name has another length or the database cannot be reached.
-[[nodiscard]] int dbSetZEPUploadStatus(const char* dirName, const char* fileName,
-                                       uint32_t uploadStatus, void* token);
+MEDIACHECKD_NODISCARD int dbSetZEPUploadStatus(const char* dirName, const char* fileName,
+                                               uint32_t uploadStatus, void* token);
 
 // Fetches the media histogram.
 // token: as for dbGetZEPItems. ignored: neither read nor written.
@@ -47,7 +50,9 @@ extern "C" {
 // Counts that did not come are 0.
 // Returns 0, also after a short answer or a failure status (both are logged), or -1 when the
 // database cannot be reached.
-[[nodiscard]] int dbGetMediaHistogram(void* token, void* ignored, uint32_t* histogram);
+MEDIACHECKD_NODISCARD int dbGetMediaHistogram(void* token, void* ignored, uint32_t* histogram);
 
 #pragma GCC visibility pop
+#ifdef __cplusplus
 }
+#endif

@@ -143,7 +143,7 @@ TEST(Queries, SetTheSettings) {
         {list, "fields=legacy", 0, 0, 0x81B},
         {list, "fields=%22", 0, 0, 0, 0, "", "\""},
         {list, "fields=" + std::string(100, 'u') + ",n", 0, 0, 1, 0, "", std::string(100, 'u')},
-        {list, "fields=" + std::string(101, 'u') + ",b", 0, 0, 0x800},
+        {list, "fields=" + std::string(101, 'u') + ",x,b", 0, 0, 0x800},
         {list, "fields=n%00xyzw,foo", 0, 0, 1},
         {list, "folder=&files=", 0, 0, kAll},
         {list, "f=gumi&folder=12345678%00&files=" + k63, 13, 0, kAll, 0, "12345678"},

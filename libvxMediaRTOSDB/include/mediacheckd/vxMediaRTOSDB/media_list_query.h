@@ -12,7 +12,7 @@ extern "C" {
 // Returns 200; 400 for an empty "f" or "fields", a value that is too long or invalid, "f", "fields"
 // or "folder" given twice, "folder" and "files" without each other, and what parseQueryStatus
 // rejects; 501 for an unknown data set. Each rejection is logged. Unknown field names are no
-// rejection: they are collected in the settings.
+// rejection: the settings collect them up to the first one that does not fit, which is logged.
 [[nodiscard]] int parseMediaListQuery(const char* query, QuerySettings* pSettings);
 
 #pragma GCC visibility pop

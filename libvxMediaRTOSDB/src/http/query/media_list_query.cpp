@@ -53,17 +53,19 @@ int parseQueryF(std::string_view query, QuerySettings* pSettings) {
     return status;
 }
 
-void addUnsupported(std::string_view name, QuerySettings* pSettings) {
+// Returns false when there is no room for the name.
+bool addUnsupported(std::string_view name, QuerySettings* pSettings) {
     char* text = pSettings->unsupported;
     size_t length = std::strlen(text);
     const size_t separator = length > 0;
     if (length + separator + name.size() > kMaxUnsupportedLength) {
         UTIL_LOG(UTIL_LOG_ERROR, "Insufficient storage for unsupported fields");
-        return;
+        return false;
     }
     if (separator)
         text[length++] = ',';
     name.copy(text + length, name.size());
+    return true;
 }
 
 std::string_view withoutQuotes(std::string_view text) {
@@ -80,13 +82,14 @@ int parseQueryFields(std::string_view query, QuerySettings* pSettings) {
         return value.status;
 
     uint32_t fieldMask = 0;
+    bool room = true;  // for unsupported names: the first ones are told, without gaps
     std::string_view names = withoutQuotes(value.text);
     for (auto name = takePiece(&names, ','); !name.empty(); name = takePiece(&names, ',')) {
         UTIL_LOG(UTIL_LOG_DEBUG, "    field %.*s\n", static_cast<int>(name.size()), name.data());
         const uint32_t fields = fieldsOf(name);
         fieldMask |= fields;
         if (fields == 0)
-            addUnsupported(name, pSettings);
+            room = room && addUnsupported(name, pSettings);
     }
     UTIL_LOG(UTIL_LOG_WARN, "fieldMask = 0x%08X, unsupported %s\n", fieldMask,
              pSettings->unsupported);

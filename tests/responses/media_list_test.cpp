@@ -70,6 +70,7 @@ TEST(MediaLists, WriteTheKeysOfEachKind) {
         join({itemRecord(6, "V0120010.JPG"), groupInfo(0, 10, 12)}),
         join({itemRecord(8, "VX340010.JPG"), groupInfo(0, 10, 9)}),
         join({itemRecord(10, "V0340010.JPG"), groupInfo(77, 10, 12, 3), words({0x40u})}),
+        join({itemRecord(10, std::string("V\0AB0001.JPG", 12)), groupInfo(0, 10, 10)}),
         itemRecord(7, "SESSION1.DAT", 3),
         inDirectory(itemRecord(9, "A\"\\\x01\x1F\xE9" + std::string("\0DEF.J", 6)),
                     std::string("90VMEDI\0", 8)),
@@ -84,6 +85,7 @@ TEST(MediaLists, WriteTheKeysOfEachKind) {
 {"n":"V0120010.JPG"<dates>,"tr":"0","g":"12","b":"10","l":"12","t":"t","m":[]<no>},
 {"n":"VX340010.JPG"<dates>,"tr":"0","g":"34","b":"10","l":"9","t":"n","m":[]<no>},
 {"n":"V0340010.JPG"<dates>,"tr":"0","g":"77","b":"10","l":"12","t":"c","m":["10","12"]<no>},
+{"n":"V"<dates>,"tr":"0","g":"0","b":"10","l":"10","t":"c","m":[]<no>},
 {"n":"SESSION1.DAT"<dates>,"tr":"0","hc":"3"<size>}]},
 {"d":"90VMEDI","fs":[{"n":"A\"\\\u0001\u001f<E9>"<dates>,"tr":"0",
 "hc":"0","hdr":"0","wdr":"0","raw":"0"<size>}]})";
@@ -198,6 +200,7 @@ struct MemberDatabase {
         Bytes members;
         uint32_t count = 0;
         for (size_t i = 20; i < request.size() && count < perReply; i += 20) {
+            EXPECT_EQ(std::string(&request[i] - 8, &request[i]), std::string("100VM\0\0\0", 8));
             const std::string file(&request[i], &request[i] + 12);
             if (files.find(file) != std::string::npos)
                 append(members, join({itemRecord(2, file, 1, ITEM_ATTRIBUTE_EIS),
@@ -208,10 +211,12 @@ struct MemberDatabase {
 };
 
 TEST(MediaLists, ReplaceAVideoGroupByItsMembers) {
-    const ListDatabase chapters = {
+    ListDatabase chapters = {
         {join({itemRecord(2, "VXMF0012.MP4"), groupInfo(12, 0, 4, 1), words({0b11101000})}),
          join({itemRecord(2, "VXMF0013.MP4"), groupInfo(13, 0, 80)}), photo("V0010001.JPG")},
         LIST_OPTION_VIDEO_GROUPING};
+    for (Bytes& item : chapters.items)
+        item = inDirectory(item, std::string("100VM\0XX", 8));
     const auto run = [&](MemberDatabase members, const std::function<int()>& producer) {
         resetWithCard();
         platform.answer = [&, members](const Bytes& request) mutable {
@@ -227,7 +232,7 @@ TEST(MediaLists, ReplaceAVideoGroupByItsMembers) {
                R"(","mahs":"100","hc":"1","hi":[)" + number + "]},";
     };
     const std::string page =
-        R"({"d":"100VMEDI","fs":[<members>{"n":"V0010001.JPG","hc":"0"<size>}]})";
+        R"({"d":"100VM","fs":[<members>{"n":"V0010001.JPG","hc":"0"<size>}]})";
     const std::string two = member("VXMF0012.MP4", 1) + member("VX020012.MP4", 2);
     const struct {
         MemberDatabase members;
@@ -257,7 +262,7 @@ TEST(MediaLists, ReplaceAVideoGroupByItsMembers) {
     const auto paged = [] { return dbGetPagedList(nullptr, 9, 10, 0, 2, 0, 0, nullptr); };
     EXPECT_EQ(
         run({"VXMF0012.MP4", 9}, paged).body,
-        document(R"({"d":"100VMEDI","fs":[{"n":"VXMF0012.MP4"<dates>,"tr":"0","eis":"1","pta":"0",
+        document(R"({"d":"100VM","fs":[{"n":"VXMF0012.MP4"<dates>,"tr":"0","eis":"1","pta":"0",
 "ao":"off","mp":"0","dur":"1","mahs":"100","hc":"1","hi":[1],"ls":"7"<size>},
 {"n":"V0010001.JPG"<dates>,"tr":"0","hc":"0","hdr":"0","wdr":"0","raw":"0"<size>}]})"));
 }

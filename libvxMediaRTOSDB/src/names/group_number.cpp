@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "libvxMediaRTOSDB/src/names/member_names.h"
+#include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
@@ -27,13 +28,15 @@ uint32_t decimal(std::string_view digits) {
     return number;
 }
 
-uint32_t numberInName(const char (&fileName)[kFileNameSize]) {
-    const std::string_view third(fileName + 2, 2);
+uint32_t numberInName(std::string_view fileName) {
+    if (fileName.size() < 4)
+        return 0;
+    const std::string_view third = fileName.substr(2, 2);
     if (std::all_of(third.begin(), third.end(), isLetter))
         return kFirstLetteredGroup + letterIndex(third[0]) * kAlphabet + letterIndex(third[1]);
     if (!std::all_of(third.begin(), third.end(), isDigit))
         return 0;
-    return decimal(isDigit(fileName[1]) ? std::string_view(fileName + 1, 3) : third);
+    return decimal(isDigit(fileName[1]) ? fileName.substr(1, 3) : third);
 }
 
 }  // namespace
@@ -41,7 +44,7 @@ uint32_t numberInName(const char (&fileName)[kFileNameSize]) {
 uint32_t groupNumber(const db_item_record& item, const db_group_info& group) {
     if (group.group_number != 0)
         return group.group_number;
-    const uint32_t number = numberInName(item.file_name);
+    const uint32_t number = numberInName(textOf(item.file_name));
     UTIL_LOG(UTIL_LOG_DEBUG, "using group number %d\n", number);
     return number;
 }

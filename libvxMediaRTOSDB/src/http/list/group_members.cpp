@@ -1,7 +1,6 @@
 #include "libvxMediaRTOSDB/src/http/list/group_members.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "libvxMediaRTOSDB/src/exchange/db_checks.h"
 #include "libvxMediaRTOSDB/src/files/status_query.h"
@@ -99,7 +98,7 @@ void GroupMembers::nameMembers() {
         if (!isPresent(group, mGroup.memberMask, i))
             continue;
         db_file_name& file = mRequest.files[mAsked];
-        std::memcpy(file.dir_name, mGroup.record->dir_name, kDirNameSize);
+        fillField(file.dir_name, mGroup.record->dir_name);
         fillField(file.file_name, mNames.name(group.first_number + i).data());
         mIndices[mAsked++] = i;
     }

@@ -32,16 +32,21 @@ Produced run(int (*producer)(), const ListDatabase& database) {
 TEST(ListFaults, RestartTheListUpToTenTimes) {
     const Bytes page =
         join({listHeader(2), itemRecord(4, "V0010001.JPG"), itemRecord(13, "V0010002.JPG")});
+    const std::string ipc = "error on IPC received, ";
     const struct {
         Exchange fault;
-        std::string reported;
+        std::string what;
+        std::string value;
     } faults[] = {
-        {sendFails(-3), "ret -3\n"},
-        {receiveFails(-4), "bytesRead -4\n"},
-        {reply(responseHeader(0, 0)), "bytesRead 20\n"},
-        {reply(responseHeader(0, 0, 9)), "status 9\n"},
-        {reply(page), "bytesRead 192\n"},                                // a kind that is none
-        {reply({page.begin(), page.begin() + 115}), "bytesRead 115\n"},  // an item cut short
+        {sendFails(-3), ipc, "ret -3\n"},
+        {receiveFails(-4), ipc, "bytesRead -4\n"},
+        {reply(responseHeader(0, 0)), ipc, "bytesRead 20\n"},
+        {reply(responseHeader(0, 0, 9)), ipc, "status 9\n"},
+        {reply(page), "invalid content type, ", "content_type 13\n"},
+        {reply({page.begin(), page.begin() + 115}), "first item of the page cut off, ",
+         "bytesRead 115\n"},
+        {reply(join({responseHeader(0, 0), words({0, 0, 0, 31, 1})})),
+         "no items before the list's end, ", "starting_index "},
     };
     const ListDatabase database = photos(30);
     g_logLevel = UTIL_LOG_WARN;
@@ -51,7 +56,7 @@ TEST(ListFaults, RestartTheListUpToTenTimes) {
             for (int i = 0; i < 6; i++) {
                 const int failing = 1 + i / 2;    // the exchange that fails
                 const bool lasting = i % 2 != 0;  // so do all that follow it
-                SCOPED_TRACE(c.reported + " at exchange " + std::to_string(failing));
+                SCOPED_TRACE(c.what + c.value + " at exchange " + std::to_string(failing));
                 int exchange = 0;
                 const Produced produced = run(producer, [&](const Bytes& request) {
                     const bool fails = ++exchange == failing || (lasting && exchange > failing);
@@ -60,8 +65,8 @@ TEST(ListFaults, RestartTheListUpToTenTimes) {
                 EXPECT_EQ(produced.status, lasting ? 500 : 200);
                 EXPECT_EQ(produced.body, lasting ? kFailedDocument : whole);
                 EXPECT_EQ(platform.pauses, std::vector<unsigned>(lasting ? 10 : 1, 100000));
-                EXPECT_TRUE(platform.logged("error on IPC received, retrying, " + c.reported));
-                EXPECT_EQ(platform.logged("exiting, " + c.reported), lasting);
+                EXPECT_TRUE(platform.logged(c.what + "retrying, " + c.value));
+                EXPECT_EQ(platform.logged(c.what + "exiting, " + c.value), lasting);
                 EXPECT_EQ(exchange, failing + (lasting ? 10 : 3));
             }
         }
@@ -106,10 +111,62 @@ TEST(ListFaults, HeadersThatContradictThePage) {
     EXPECT_TRUE(platform.logged("Tokens don't match 77 "));
     EXPECT_TRUE(platform.logged("truncating to 8 items in this page\n"));
     EXPECT_EQ(body, run(list, photos(8)).body);
+}
 
-    page = join({responseHeader(0, 0), words({0, 0, 0, 9, 1})});
-    EXPECT_EQ(run(list, [&](const Bytes&) { return reply(page); }).status, 200);
+TEST(ListFaults, NoListIsEndless) {
+    ListDatabase database = photos(19);
+    const auto skipsAll = [] {
+        return dbGetPagedList(nullptr, 99999, 19, 0, 0, QUERY_OPTION_VIDEO, 0, nullptr);
+    };
+    size_t requests = 0;
+    const Produced produced = run(skipsAll, [&](Bytes request) {
+        putWord(request, 12, 0);
+        Exchange page = database.answer(request);
+        putWord(page.replies[0], 32, 0xFFFFFFFF);
+        platform.requests.clear();
+        return requests++, page;
+    });
+    EXPECT_EQ(produced.status, 500);
+    EXPECT_EQ(requests, 13798u);  // for 2^18 items
+    EXPECT_TRUE(platform.logged("no end after 262144 of -1 items, exiting\n"));
+
+    const auto asksForNone = [] { return dbGetPagedList(nullptr, 9, 0, 0, 0, 0, 0, nullptr); };
+    EXPECT_EQ(run(asksForNone, database).status, 200);
     EXPECT_EQ(platform.requests.size(), 1u);
+}
+
+TEST(ListFaults, ADamagedGroupIsListedWithoutMembers) {
+    const Bytes photo = itemRecord(4, "V0010001.JPG");
+    const Bytes masks = Bytes(1252, 0xFF);
+    const struct {
+        const char* log;
+        Bytes group;
+        bool video = false;
+    } cases[] = {
+        {"first_number 9, last_number 3\n", groupInfo(7, 9, 3, 1)},
+        {"first_number 9, last_number 3\n", groupInfo(7, 9, 3, 1), true},
+        {"first_number 1, last_number 10001\n", groupInfo(7, 1, 10001, 1)},
+        {"first_number 1, last_number 9999\n", join({groupInfo(7, 1, 9999, 1), masks, masks})},
+    };
+    for (const auto& c : cases) {
+        for (const bool first : {false, true}) {
+            SCOPED_TRACE(std::to_string(&c - cases) + (first ? " first" : ""));
+            const Bytes group = join({itemRecord(c.video ? 1 : 5, "V0070009.JPG", 1), c.group});
+            ListDatabase database = {{group, photo, photo}, LIST_OPTION_VIDEO_GROUPING};
+            if (!first)
+                std::swap(database.items[0], database.items[1]);
+            const auto missing = [] { return generateMediaList(nullptr, "fields=n,m"); };
+            const auto listed = run(missing, database);
+            EXPECT_EQ(listed.status, 200);
+            EXPECT_EQ(listed.body.find("V0070009") < listed.body.size(), !c.video);
+            EXPECT_EQ(listed.body.find("\"m\":[\""), std::string::npos);
+            EXPECT_NE(listed.body.rfind("V0010001"), listed.body.find("V0010001"));
+            EXPECT_TRUE(
+                platform.logged(std::string("damaged group 100VMEDI/V0070009.JPG: ") + c.log));
+            EXPECT_TRUE(platform.pauses.empty());
+            EXPECT_EQ(wordAt(platform.requests.back(), 12), first ? 1u : 2u);
+        }
+    }
 }
 
 TEST(ListFaults, ATextThatIsTooLongFailsTheList) {

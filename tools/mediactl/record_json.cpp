@@ -53,12 +53,11 @@ Json attributeNames(uint32_t attributes) {
     return names;
 }
 
-// A mask tells what is missing or highlighted by a clear bit; no mask, nothing.
+// A mask tells what is missing or highlighted by a clear bit.
 Json unmarkedNumbers(const db_group_info& group, std::span<const uint8_t> mask) {
     Json numbers = Json::array();
-    if (!mask.empty())
-        forEachUnmarked(group, mask, kMaxGroupSpan,
-                        [&](uint32_t number) { numbers.push_back(number); });
+    forEachUnmarked(group, mask, kMaxGroupSpan,
+                    [&](uint32_t number) { numbers.push_back(number); });
     return numbers;
 }
 

@@ -18,12 +18,6 @@ ItemStatus readMask(RecordReader& reader, const db_group_info& group,
     return ItemStatus::kOk;
 }
 
-void logDamage(const ListItem& item) {
-    UTIL_LOG(UTIL_LOG_ERROR, "damaged group %.8s/%.12s: first_number %d, last_number %d\n",
-             item.record->dir_name, item.record->file_name, uint32_t{item.group->first_number},
-             uint32_t{item.group->last_number});
-}
-
 ItemStatus readGroup(RecordReader& reader, ListItem* item) {
     item->group = reader.read<db_group_info>();
     if (!item->group)
@@ -78,6 +72,12 @@ ItemStatus readOptionalRecords(RecordReader& reader, const ItemLayout& layout, L
 
 }  // namespace
 
+void logDamagedGroup(const ListItem& item) {
+    UTIL_LOG(UTIL_LOG_ERROR, "damaged group %.8s/%.12s: first_number %d, last_number %d\n",
+             item.record->dir_name, item.record->file_name, uint32_t{item.group->first_number},
+             uint32_t{item.group->last_number});
+}
+
 ItemStatus readListItem(std::span<const uint8_t> response, size_t offset, const ItemLayout& layout,
                         ListItem* item) {
     *item = {};
@@ -95,6 +95,6 @@ ItemStatus readListItem(std::span<const uint8_t> response, size_t offset, const 
         return status;
     item->nextOffset = reader.offset();
     if (item->group && isDamaged(*item->group))
-        logDamage(*item);
+        logDamagedGroup(*item);
     return ItemStatus::kOk;
 }

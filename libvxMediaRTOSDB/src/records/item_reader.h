@@ -36,7 +36,11 @@ struct ListItem {
     size_t nextOffset;                       // where the next item starts
 };
 
-// Reads the item that starts at offset. A damaged group (member_mask.h) is logged.
+// Logs that a group's numbers or masks make no sense.
+// item: holds the record and the group.
+void logDamagedGroup(const ListItem& item);
+
+// Reads the item that starts at offset. When it lies there whole, a damaged group (member_mask.h) is logged.
 // response: the bytes received, from the start of the response.
 // item: cleared first; on kTooSmall, kMaskTooLarge and kInvalidContentType it holds the parts that
 // were read before the fault (with kMaskTooLarge the group, with kInvalidContentType the record)

@@ -52,11 +52,13 @@ void forEachMember(const db_group_info& group, std::span<const uint8_t> memberMa
     }
 }
 
-// Calls visit(number) for the numbers whose bit is clear, upwards, at most limit of them.
+// Calls visit(number) for the numbers whose bit is clear, upwards, at most limit of them. Without a
+// mask nothing is known of any number.
 template <typename Visit>
 void forEachUnmarked(const db_group_info& group, std::span<const uint8_t> mask, uint32_t limit,
                      Visit visit) {
-    for (uint32_t i = 0; i < numberCount(group) && limit > 0; i++) {
+    const uint32_t numbers = mask.empty() ? 0 : numberCount(group);
+    for (uint32_t i = 0; i < numbers && limit > 0; i++) {
         if (isMarked(mask, i))
             continue;
         visit(group.first_number + i);

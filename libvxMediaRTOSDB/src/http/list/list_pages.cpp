@@ -9,6 +9,7 @@
 #include "libvxMediaRTOSDB/src/http/list/group_members.h"
 #include "libvxMediaRTOSDB/src/records/db_log.h"
 #include "libvxMediaRTOSDB/src/records/item_reader.h"
+#include "libvxMediaRTOSDB/src/records/member_mask.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "libvxMediaRTOSDB/src/records/request_header.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
@@ -18,6 +19,7 @@
 namespace {
 
 constexpr int kMaxRetries = 10;
+constexpr uint32_t kMaxItems = 1u << 18;
 
 // Why an exchange failed, as the log tells it.
 struct Failure {
@@ -31,7 +33,7 @@ Failure sendFailed(int result) {
             result};
 }
 
-Failure pageUnusable(int received) {
+Failure receiveFailed(int received) {
     return {"error on IPC received, retrying, bytesRead %d\n",
             "error on IPC received, exiting, bytesRead %d\n", received};
 }
@@ -39,6 +41,22 @@ Failure pageUnusable(int received) {
 Failure databaseFailed(uint32_t status) {
     return {"error on IPC received, retrying, status %d\n",
             "error on IPC received, exiting, status %d\n", static_cast<int>(status)};
+}
+
+Failure contentTypeInvalid(uint32_t contentType) {
+    return {"invalid content type, retrying, content_type %d\n",
+            "invalid content type, exiting, content_type %d\n", static_cast<int>(contentType)};
+}
+
+Failure firstItemCut(size_t received) {
+    return {"first item of the page cut off, retrying, bytesRead %d\n",
+            "first item of the page cut off, exiting, bytesRead %d\n", static_cast<int>(received)};
+}
+
+Failure pageEmpty(uint32_t startingIndex) {
+    return {"no items before the list's end, retrying, starting_index %d\n",
+            "no items before the list's end, exiting, starting_index %d\n",
+            static_cast<int>(startingIndex)};
 }
 
 // Returns the query option that selects a kind of media, 0 for a kind that is never listed.
@@ -77,6 +95,12 @@ void logUngroupedVideo(const db_item_record& item) {
              uint32_t{item.content_type});
 }
 
+// Tells whether an item that could not be read whole is a group whose masks will never come: its
+// numbers make no sense, or even a page of its own has no room for them.
+bool hasImpossibleMasks(const ListItem& item, ItemStatus status, bool first) {
+    return item.group && (isDamaged(*item.group) || (first && status == ItemStatus::kMaskTooLarge));
+}
+
 class ListPages {
   public:
     ListPages(rtosConnection* connection, const ListPlan& plan, FileGroups* groups)
@@ -90,7 +114,7 @@ class ListPages {
     std::optional<Failure> listPage();
     std::optional<Failure> listItems(std::span<const uint8_t> page, uint32_t count,
                                      uint32_t listOptions);
-    void planNextRequest(uint32_t totalEntries);
+    std::optional<Failure> planNextRequest(uint32_t totalEntries);
     void listItem(const ListItem& item);
     void listMembers(const ListItem& item);
     void logListRequest() const;
@@ -143,7 +167,7 @@ std::optional<Failure> ListPages::exchange(int* received) {
     if (holdsResponseHeader(*received) && header.status != 0)
         return databaseFailed(header.status);
     if (*received < static_cast<int>(sizeof(db_list_response_header)))
-        return pageUnusable(*received);
+        return receiveFailed(*received);
     return std::nullopt;
 }
 
@@ -163,13 +187,13 @@ std::optional<Failure> ListPages::listPage() {
         return failure;
     if (!mGroups->complete())
         mStatus = HTTP_INTERNAL_ERROR;
-    mComplete = count == 0 || mNextIndex >= header.total_entries;
-    planNextRequest(header.total_entries);
-    return std::nullopt;
+    return planNextRequest(header.total_entries);
 }
 
-// An item that does not lie wholly inside a page is the first one of the next page. Members that
-// could not be fetched end the page: each further group would wait for the database as long.
+// An item that does not lie wholly inside a page is the first one of the next page, but for a group
+// whose masks no response can hold: it is listed without members, and the next page starts behind
+// it. Members that could not be fetched end the page: each further group would wait for the
+// database as long.
 std::optional<Failure> ListPages::listItems(std::span<const uint8_t> page, uint32_t count,
                                             uint32_t listOptions) {
     const ItemLayout layout = {
@@ -181,11 +205,15 @@ std::optional<Failure> ListPages::listItems(std::span<const uint8_t> page, uint3
     for (uint32_t i = 0; i < count && mStatus == HTTP_OK; i++) {
         ListItem item;
         const ItemStatus itemStatus = readListItem(page, offset, layout, &item);
-        if (itemStatus == ItemStatus::kInvalidContentType ||
-            (itemStatus != ItemStatus::kOk && i == 0))
-            return pageUnusable(static_cast<int>(page.size()));
-        if (itemStatus != ItemStatus::kOk)
-            break;
+        if (itemStatus != ItemStatus::kOk) {
+            const bool first = i == 0;
+            if (itemStatus == ItemStatus::kInvalidContentType)
+                return contentTypeInvalid(item.record->content_type);
+            if (!hasImpossibleMasks(item, itemStatus, first))
+                return first ? std::optional(firstItemCut(page.size())) : std::nullopt;
+            logDamagedGroup(item);
+            item.nextOffset = page.size();  // where the next item starts cannot be told
+        }
         listItem(item);
         mNextIndex++;
         offset = item.nextOffset;
@@ -193,10 +221,18 @@ std::optional<Failure> ListPages::listItems(std::span<const uint8_t> page, uint3
     return std::nullopt;
 }
 
-void ListPages::planNextRequest(uint32_t totalEntries) {
-    if (mComplete)
-        return;
+std::optional<Failure> ListPages::planNextRequest(uint32_t totalEntries) {
     db_list_request& next = mRequest.list;
+    mComplete = mNextIndex >= totalEntries || next.header.request_count == 0;
+    if (mComplete || mStatus != HTTP_OK)
+        return std::nullopt;
+    if (mNextIndex == next.starting_index)
+        return pageEmpty(next.starting_index);
+    if (mNextIndex - mPlan.firstRequest.list.starting_index >= kMaxItems) {
+        UTIL_LOG(UTIL_LOG_ERROR, "no end after %d of %d items, exiting\n",
+                 static_cast<int>(kMaxItems), static_cast<int>(totalEntries));
+        mStatus = HTTP_INTERNAL_ERROR;
+    }
     // After a smaller request the paged list asks for as many as at first again.
     const db_list_request& measure =
         mPlan.style == ListStyle::kPagedList ? mPlan.firstRequest.list : next;
@@ -204,6 +240,7 @@ void ListPages::planNextRequest(uint32_t totalEntries) {
     const uint64_t left = uint64_t{totalEntries} + 1 - mNextIndex;
     next.header.request_count = static_cast<uint32_t>(std::min<uint64_t>(most, left));
     next.starting_index = static_cast<uint32_t>(mNextIndex);
+    return std::nullopt;
 }
 
 void ListPages::listItem(const ListItem& item) {

@@ -135,7 +135,7 @@ TEST(Metadata, WritesTheStatusBeforeItAsks) {
 
 TEST(Metadata, AppendsTheWholeObjectOrFails) {
     resetWithCard();
-    platform.answer = [](const Bytes& request) { return File{.exchanges = 9}.answer(request); };
+    platform.answer = [](const Bytes& request) { return File{.exchanges = 99}.answer(request); };
     QuerySettings settings;
     ASSERT_EQ(parseMetadataQuery("t=videoinfo&p=100VMEDI/V0010001.MP4", &settings), 200);
     RtosConnectionGuard connection;
@@ -150,6 +150,11 @@ TEST(Metadata, AppendsTheWholeObjectOrFails) {
     const size_t room = kEntryLimit - entry.text().size();
     EXPECT_EQ(statusAfter(room), 200);
     EXPECT_EQ(statusAfter(room + 1), 500);
+    EXPECT_EQ(statusAfter(room + 2), 500);  // the last key does not fit
+    EXPECT_EQ(entry.text(), "");            // and nothing closes the object
+    const size_t requests = platform.requests.size();
+    EXPECT_EQ(statusAfter(kEntryLimit), 500);  // where it cannot even begin, nothing is asked
+    EXPECT_EQ(platform.requests.size(), requests);
     settings.filter = eDBFILTER_T_GET_DUR;
     EXPECT_EXIT((void)statusAfter(0), testing::ExitedWithCode(255), "");
 }

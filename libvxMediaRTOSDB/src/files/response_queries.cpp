@@ -103,19 +103,18 @@ int getFileGUMIResponse(rtosConnection* pRtosConn, const char* pDirName, const c
     *ppPGUMI = nullptr;
     const Response response =
         askAboutFile(pRtosConn, DB_CMD_FILE_GUMI, pDirName, pFileName, pRespBuf);
+    const int status = findItem(response, ppInfo);
+    if (!*ppInfo)
+        return status;
+
     auto* answer = static_cast<db_file_gumi_response*>(pRespBuf);
-    const size_t size = response.bytes.size();
-    const bool holdsItem = response.status == HTTP_OK && size >= sizeof(db_item_response);
-    if (holdsItem && size < offsetof(db_file_gumi_response, parent_gumi)) {
+    if (response.bytes.size() < offsetof(db_file_gumi_response, parent_gumi)) {
         UTIL_LOG(UTIL_LOG_WARN, "Insufficient response size (%d), invalidating GUMIs\n",
                  sizeOf(response));
         answer->gumi = {};
     }
-    if (holdsItem && size < sizeof *answer)
+    if (response.bytes.size() < sizeof *answer)
         answer->parent_gumi = {};
-    const int status = findItem(response, ppInfo);
-    if (!*ppInfo)
-        return status;
     *ppGUMI = &answer->gumi;
     if ((*ppInfo)->attributes & ITEM_ATTRIBUTE_PARENT_GUMI)
         *ppPGUMI = &answer->parent_gumi;

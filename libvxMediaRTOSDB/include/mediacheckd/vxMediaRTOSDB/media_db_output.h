@@ -14,8 +14,8 @@ struct vxMediaDBOutput {
 
     // False when something did not fit into one of the buffers.
     [[nodiscard]] bool complete() const {
-        return localBuffer.losses() + localDirectoryBuffer.losses() + localEntryBuffer.losses() ==
-               0;
+        return localBuffer.complete() && localDirectoryBuffer.complete() &&
+               localEntryBuffer.complete();
     }
 };
 

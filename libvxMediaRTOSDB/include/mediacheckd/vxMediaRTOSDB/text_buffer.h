@@ -56,8 +56,12 @@ class TextBuffer {
     // Valid until the text changes.
     [[nodiscard]] std::string_view text() const { return {mText, mLength}; }
 
-    // How often something did not fit since the buffer was allocated.
-    [[nodiscard]] uint32_t losses() const { return mLosses; }
+    // A moment in the buffer's life, for complete(); Mark() is its allocation.
+    enum class Mark : uint32_t {};
+    [[nodiscard]] Mark mark() const { return Mark{mLosses}; }
+
+    // Tells whether everything appended since the mark did fit.
+    [[nodiscard]] bool complete(Mark since = Mark()) const { return mark() == since; }
 
   private:
     void startAnew(size_t sizeOfParts);
@@ -65,6 +69,6 @@ class TextBuffer {
     char* mText;
     size_t mLength;
     size_t mLimit;
-    uint32_t mLosses;
+    uint32_t mLosses;  // how often something did not fit
     TextBufferKind mKind;
 };

@@ -39,7 +39,7 @@ class FileGroups {
 
     // False when something did not fit; a restart does not change that.
     [[nodiscard]] bool complete() const {
-        return mPage->losses() + mGroup->losses() + mObject->losses() == 0;
+        return mPage->complete() && mGroup->complete() && mObject->complete();
     }
 
     // The groups of the page, joined by ",".

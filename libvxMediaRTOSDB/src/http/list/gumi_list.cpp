@@ -61,7 +61,8 @@ int formatFileGUMIResponse(vxMediaDBOutput* output, const char* pPrepend,
     TextBuffer& entry = output->localEntryBuffer;
     entry.append(std::string_view(pPrepend), "{\"n\":\"", JsonText{textOf(pInfo->file_name)}, "\"");
     const int status = formatGUMI(output, kAllFields, ",", pGUMI, pPGUMI);
-    entry.append("}");
+    if (status == HTTP_OK)
+        entry.append("}");
     return status;
 }
 

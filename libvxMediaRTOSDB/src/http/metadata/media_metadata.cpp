@@ -173,18 +173,21 @@ int writeKeys(Metadata& metadata) {
     }
 }
 
-// Appends the object of the data set to the entry buffer. Returns an HTTP status.
+// Appends the object of the data set to the entry buffer. Returns an HTTP status; unless it is
+// HTTP_OK, the object breaks off where that arose.
 int writeObject(vxMediaDBOutput* output, rtosConnection* connection,
                 const QuerySettings* settings) {
     Metadata metadata = {output, connection, settings, {}};
     TextBuffer& entry = output->localEntryBuffer;
-    const uint32_t lossesBefore = entry.losses();
+    const TextBuffer::Mark start = entry.mark();
     entry.append("{");
-    const int status = writeKeys(metadata);
-    entry.append("}");
-    if (status == HTTP_OK && entry.losses() != lossesBefore)
+    if (!entry.complete(start))
         return HTTP_INTERNAL_ERROR;
-    return status;
+    const int status = writeKeys(metadata);
+    if (status != HTTP_OK)
+        return status;
+    entry.append("}");
+    return entry.complete(start) ? HTTP_OK : HTTP_INTERNAL_ERROR;
 }
 
 }  // namespace
@@ -215,7 +218,8 @@ int generateMetadata(void* outputHandle, const char* query) {
     RtosConnectionGuard connection;
     if (connection.result() < 0)
         UTIL_LOG(UTIL_LOG_ERROR, "rtosConnectionCtor ret < 0");
-    status = statusAtStart(connection, CardIdentity());
+    const CardIdentity identity;  // reading it makes the card's identity, if it has none yet
+    status = statusAtStart(connection, identity);
     if (status == HTTP_OK)
         status = writeObject(output.get(), connection.get(), &settings);
 

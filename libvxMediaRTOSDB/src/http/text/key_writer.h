@@ -40,7 +40,7 @@ class KeyWriter {
         : mBuffer(buffer),
           mKeys(buffer, prefix),
           mFieldMask(fieldMask),
-          mLossesBefore(buffer->losses()) {}
+          mStart(buffer->mark()) {}
 
     // "key":"123"
     template <size_t Size>
@@ -98,12 +98,12 @@ class KeyWriter {
 
     // HTTP_OK, or HTTP_INTERNAL_ERROR when something did not fit.
     [[nodiscard]] int status() const {
-        return mBuffer->losses() == mLossesBefore ? HTTP_OK : HTTP_INTERNAL_ERROR;
+        return mBuffer->complete(mStart) ? HTTP_OK : HTTP_INTERNAL_ERROR;
     }
 
   private:
     TextBuffer* mBuffer;
     JoinedText mKeys;
     uint32_t mFieldMask;
-    uint32_t mLossesBefore;
+    TextBuffer::Mark mStart;
 };

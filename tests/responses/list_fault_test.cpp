@@ -177,7 +177,7 @@ TEST(ListFaults, ATextThatIsTooLongFailsTheList) {
     const Produced produced = run([] { return generateMediaList(nullptr, "x=1"); }, videos);
     EXPECT_EQ(produced.status, 500);
     EXPECT_EQ(produced.body, kFailedDocument);
-    EXPECT_TRUE(platform.logged(" > 1536, entry buff exceeded, "));
+    EXPECT_TRUE(platform.logged(" > 1536, entry buff exceeded, item_keys.cpp:"));
     EXPECT_EQ(run(pagedList, videos).status, 200);
 
     ListDatabase database = photos(9000);  // the last of three groups does not fit into the page

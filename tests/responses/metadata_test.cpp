@@ -143,7 +143,7 @@ TEST(Metadata, AppendsTheWholeObjectOrFails) {
     TextBuffer& entry = output.get()->localEntryBuffer;
     const auto statusAfter = [&](size_t length) {
         entry.clear();
-        entry.append(std::string(length, ' '));
+        entry.append(here(), std::string(length, ' '));
         return generateMetadataVideoInfo(output.get(), connection.get(), &settings);
     };
     EXPECT_EQ(statusAfter(kEntryLimit + 1), 200);  // what was lost before does not count

@@ -16,9 +16,9 @@ TEST(TextBuffer, KeepsItsLimit) {
         size_t limit;
         std::string message;
     } cases[] = {
-        {TextBufferKind::kEntry, 1536, "1537 > 1536, entry buff exceeded, text_buffer.cpp:"},
-        {TextBufferKind::kDirectory, 65536, "65537 > 65536, dir buff exceeded, text_buffer.cpp:"},
-        {TextBufferKind::kPage, 131072, "exceeded buffer length for vxoutput 131073, text_buffer"},
+        {TextBufferKind::kEntry, 1536, "1537 > 1536, entry buff exceeded, "},
+        {TextBufferKind::kDirectory, 65536, "65537 > 65536, dir buff exceeded, "},
+        {TextBufferKind::kPage, 131072, "exceeded buffer length for vxoutput 131073, "},
     };
     for (const auto& c : cases) {
         TextBuffer buffer;
@@ -28,13 +28,16 @@ TEST(TextBuffer, KeepsItsLimit) {
             buffer.clear();
             const std::string start(size - 23, 'x');
             const TextBuffer::Mark before = buffer.mark();
-            buffer.append(start);
+            buffer.append(here(), start);
             // The last part's bound is above its size: only the exact measure tells that it fits.
-            buffer.append("a", 4294967295u, JsonText{"\"\\\x01"}, std::string_view("b"), 7u);
+            const SourcePlace place = here();
+            buffer.append(place, "a", 4294967295u, JsonText{"\"\\\x01"}, std::string_view("b"), 7u);
             const bool fits = size <= c.limit;
             EXPECT_EQ(buffer.complete(before), fits);
             EXPECT_EQ(buffer.text(), fits ? start + "a4294967295\\\"\\\\\\u0001b7" : "");
-            EXPECT_EQ(platform.logged(c.message), !fits);
+            EXPECT_EQ(platform.logged(c.message +
+                                      "text_buffer_test.cpp:" + std::to_string(place.line) + "\n"),
+                      !fits);
         }
         buffer.release();
     }
@@ -52,10 +55,11 @@ TEST(MediaDBOutput, HoldsNothingWithoutMemory) {
 TEST(Formatters, GoOnAfterAKeyThatDoesNotFit) {
     MediaDBOutputGuard output(nullptr);
     TextBuffer& entry = output.get()->localEntryBuffer;
-    entry.append(std::string(kEntryLimit - 40, 'x'));
+    entry.append(here(), std::string(kEntryLimit - 40, 'x'));
     const db_gumi gumi = {{1}};
     EXPECT_EQ(formatGUMI(output.get(), kAllFields, "", &gumi, &gumi), HTTP_INTERNAL_ERROR);
     EXPECT_EQ(entry.text(), ",\"pgumi\":\"01000000000000000000000000000000\"");
+    EXPECT_TRUE(platform.logged("entry buff exceeded, media_formatters.cpp:"));
     EXPECT_EQ(formatContentInfo(output.get(), kAllFields, nullptr), HTTP_OK);
     EXPECT_EXIT((void)formatMoreInfo(output.get(), 0, nullptr, nullptr),
                 testing::ExitedWithCode(255), "");

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include <mediacheckd/vxMediaRTOSDB/source_place.h>
 #include <mediacheckd/vxMediaRTOSDB/text_part.h>
 
 // Where in a response a buffer is used.
@@ -32,13 +33,14 @@ class TextBuffer {
 
     // Appends all parts, or none of them when the text would pass its limit; it is then empty.
     // Behind the text stands a zero.
+    // place: where they come from, for the log.
     template <typename... Parts>
-    void append(const Parts&... parts) {
+    void append(SourcePlace place, const Parts&... parts) {
         const size_t room = mLimit - mLength;
         if ((maxSize(parts) + ... + 0) > room) [[unlikely]] {
             const size_t size = (exactSize(parts) + ... + 0);
             if (size > room) {
-                startAnew(size);
+                startAnew(size, place);
                 return;
             }
         }
@@ -64,7 +66,7 @@ class TextBuffer {
     [[nodiscard]] bool complete(Mark since = Mark()) const { return mark() == since; }
 
   private:
-    void startAnew(size_t sizeOfParts);
+    void startAnew(size_t sizeOfParts, SourcePlace place);
 
     char* mText;
     size_t mLength;

@@ -19,7 +19,7 @@ void FileGroups::enter(std::string_view name) {
     leave();
     if (buffered())
         mGroup->clear();
-    mGroup->append(std::string_view(mGroups > 0 ? "," : ""), "{\"d\":\"", JsonText{name},
+    mGroup->append(here(), std::string_view(mGroups > 0 ? "," : ""), "{\"d\":\"", JsonText{name},
                    "\",\"fs\":[");
     mOpen = true;
     mDirectoryLength = name.copy(mDirectory, sizeof mDirectory);
@@ -32,23 +32,23 @@ void FileGroups::leave() {
     mOpen = false;
     if (buffered() && mFiles == 0)
         return;
-    mGroup->append(kClosing);
+    mGroup->append(here(), kClosing);
     if (buffered())
-        mPage->append(mGroup->text());
+        mPage->append(here(), mGroup->text());
     mGroups++;
 }
 
 TextBuffer* FileGroups::beginFile() {
     if (mFiles++ > 0)
-        mGroup->append(",");
-    mObject->append("{");
+        mGroup->append(here(), ",");
+    mObject->append(here(), "{");
     return mObject;
 }
 
 void FileGroups::endFile() {
-    mObject->append("}");
+    mObject->append(here(), "}");
     if (!buffered())
         return;
-    mGroup->append(mObject->text());
+    mGroup->append(here(), mObject->text());
     mObject->clear();
 }

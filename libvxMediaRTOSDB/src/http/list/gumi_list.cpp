@@ -59,10 +59,11 @@ int formatFileGUMIResponse(vxMediaDBOutput* output, const char* pPrepend,
     UTIL_ASSERT(pPrepend);
     UTIL_ASSERT(pInfo);
     TextBuffer& entry = output->localEntryBuffer;
-    entry.append(std::string_view(pPrepend), "{\"n\":\"", JsonText{textOf(pInfo->file_name)}, "\"");
+    entry.append(here(), std::string_view(pPrepend), "{\"n\":\"",
+                 JsonText{textOf(pInfo->file_name)}, "\"");
     const int status = formatGUMI(output, kAllFields, ",", pGUMI, pPGUMI);
     if (status == HTTP_OK)
-        entry.append("}");
+        entry.append(here(), "}");
     return status;
 }
 
@@ -76,8 +77,8 @@ int writeFile(vxMediaDBOutput* output, rtosConnection* connection, const char* d
     const int status =
         getFileGUMIResponse(connection, directory, file, response, &item, &gumi, &parentGumi);
     if (status == HTTP_NOT_FOUND) {
-        output->localEntryBuffer.append(std::string_view(prefix), "{\"n\":\"", JsonText{file},
-                                        "\",\"DNE\":\"1\"}");
+        output->localEntryBuffer.append(here(), std::string_view(prefix), "{\"n\":\"",
+                                        JsonText{file}, "\",\"DNE\":\"1\"}");
         return HTTP_OK;
     }
     if (status != HTTP_OK)
@@ -92,7 +93,7 @@ int writeGroup(vxMediaDBOutput* output, rtosConnection* connection, Question que
 
     TextBuffer& entry = output->localEntryBuffer;
     TextBuffer& group = output->localDirectoryBuffer;
-    group.append("{\"d\":\"", JsonText{directory}, "\",\"fs\":[");
+    group.append(here(), "{\"d\":\"", JsonText{directory}, "\",\"fs\":[");
     const char* prefix = "";
     for (auto name = takePiece(&question.files, ','); !name.empty();
          name = takePiece(&question.files, ',')) {
@@ -101,12 +102,12 @@ int writeGroup(vxMediaDBOutput* output, rtosConnection* connection, Question que
         const int status = writeFile(output, connection, directory, file, prefix);
         if (status != HTTP_OK)
             return status;
-        group.append(entry.text());
+        group.append(here(), entry.text());
         entry.clear();
         prefix = ",";
     }
-    group.append("]}");
-    output->localBuffer.append(group.text());
+    group.append(here(), "]}");
+    output->localBuffer.append(here(), group.text());
     return output->complete() ? HTTP_OK : HTTP_INTERNAL_ERROR;
 }
 

@@ -38,7 +38,7 @@ void writeRecordingKeys(KeyWriter& keys, const MemberRecord& recording) {
     keys.number(FIELD_HIGHLIGHT_COUNT, "hc", item.highlight_count);
     keys.list(FIELD_HIGHLIGHTS, "\"hi\":[", "]", [&](JoinedText& times) {
         for (const u32le& time : recording.highlights)
-            times.add(asSigned(time));
+            times.add(here(), asSigned(time));
     });
 }
 
@@ -71,8 +71,9 @@ std::string_view groupLetter(uint32_t contentType) {
 // Adds the numbers whose bit is clear, at most count of them, each followed by suffix.
 void addUnmarked(JoinedText& numbers, const db_group_info& group, std::span<const uint8_t> mask,
                  uint32_t count, std::string_view suffix) {
-    forEachUnmarked(group, mask, count,
-                    [&](uint32_t number) { numbers.add("\"", asSigned(number), "\"", suffix); });
+    forEachUnmarked(group, mask, count, [&](uint32_t number) {
+        numbers.add(here(), "\"", asSigned(number), "\"", suffix);
+    });
 }
 
 void writePhotoGroupKeys(KeyWriter& keys, const ListItem& item, ListStyle style) {
@@ -86,8 +87,9 @@ void writePhotoGroupKeys(KeyWriter& keys, const ListItem& item, ListStyle style)
         };
     };
 
-    keys.write(FIELD_GROUP, "\"g\":\"", asSigned(groupNumber(*item.record, group)), "\",\"b\":\"",
-               asSigned(group.first_number), "\",\"l\":\"", asSigned(group.last_number), "\"");
+    keys.write(here(), FIELD_GROUP, "\"g\":\"", asSigned(groupNumber(*item.record, group)),
+               "\",\"b\":\"", asSigned(group.first_number), "\",\"l\":\"",
+               asSigned(group.last_number), "\"");
     keys.text(FIELD_GROUP, "t", groupLetter(item.record->content_type));
     keys.list(FIELD_GROUP, "\"m\":[", "]", [&](JoinedText& numbers) {
         addUnmarked(numbers, group, item.memberMask, group.num_missing, "");

@@ -80,7 +80,7 @@ int formatMetadataVideoInfo(vxMediaDBOutput* output, const db_video_specific_inf
     keys.number(FIELD_CLIP, "c", video.clip);
     keys.number(FIELD_AVC_PROFILE, "avc_profile", video.avc_profile);
     keys.number(FIELD_PROFILE, "profile", video.profile);
-    keys.write(FIELD_HIGHLIGHT_COUNT, "\"tag_count\":", uint32_t{video.highlight_count});
+    keys.write(here(), FIELD_HIGHLIGHT_COUNT, "\"tag_count\":", uint32_t{video.highlight_count});
     keys.list(FIELD_HIGHLIGHTS, "\"tags\":[", "]",
               [&](JoinedText& values) { addHighlights(values, video); });
     return keys.status();
@@ -180,13 +180,13 @@ int writeObject(vxMediaDBOutput* output, rtosConnection* connection,
     Metadata metadata = {output, connection, settings, {}};
     TextBuffer& entry = output->localEntryBuffer;
     const TextBuffer::Mark start = entry.mark();
-    entry.append("{");
+    entry.append(here(), "{");
     if (!entry.complete(start))
         return HTTP_INTERNAL_ERROR;
     const int status = writeKeys(metadata);
     if (status != HTTP_OK)
         return status;
-    entry.append("}");
+    entry.append(here(), "}");
     return entry.complete(start) ? HTTP_OK : HTTP_INTERNAL_ERROR;
 }
 

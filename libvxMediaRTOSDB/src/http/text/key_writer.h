@@ -19,11 +19,11 @@ class JoinedText {
 
     // The "," is a constant of its own: joined as any prefix, it slows a whole list by a fifth.
     template <typename... Parts>
-    void add(const Parts&... parts) {
+    void add(SourcePlace place, const Parts&... parts) {
         if (mFirst)
-            mBuffer->append(mPrefix, parts...);
+            mBuffer->append(place, mPrefix, parts...);
         else
-            mBuffer->append(',', parts...);
+            mBuffer->append(place, ',', parts...);
         mFirst = false;
     }
 
@@ -37,61 +37,64 @@ class KeyWriter {
   public:
     // prefix: written before the first key, "," before each further one.
     KeyWriter(TextBuffer* buffer, uint32_t fieldMask, std::string_view prefix)
-        : mBuffer(buffer),
-          mKeys(buffer, prefix),
-          mFieldMask(fieldMask),
-          mStart(buffer->mark()) {}
+        : mBuffer(buffer), mKeys(buffer, prefix), mFieldMask(fieldMask), mStart(buffer->mark()) {}
 
     // "key":"123"
     template <size_t Size>
-    void number(uint32_t field, const char (&key)[Size], uint32_t value) {
-        write(field, "\"", key, "\":\"", value, "\"");
+    void number(uint32_t field, const char (&key)[Size], uint32_t value,
+                SourcePlace place = here()) {
+        write(place, field, "\"", key, "\":\"", value, "\"");
     }
     template <size_t Size>
-    void number(uint32_t field, const char (&key)[Size], uint64_t value) {
-        write(field, "\"", key, "\":\"", value, "\"");
+    void number(uint32_t field, const char (&key)[Size], uint64_t value,
+                SourcePlace place = here()) {
+        write(place, field, "\"", key, "\":\"", value, "\"");
     }
     template <size_t Size>
-    void number(uint32_t field, const char (&key)[Size], int32_t value) {
-        write(field, "\"", key, "\":\"", value, "\"");
+    void number(uint32_t field, const char (&key)[Size], int32_t value,
+                SourcePlace place = here()) {
+        write(place, field, "\"", key, "\":\"", value, "\"");
     }
 
     // "key":"1" or "key":"0"
     template <size_t Size>
-    void flag(uint32_t field, const char (&key)[Size], bool value) {
-        write(field, "\"", key, "\":\"", value ? '1' : '0', "\"");
+    void flag(uint32_t field, const char (&key)[Size], bool value, SourcePlace place = here()) {
+        write(place, field, "\"", key, "\":\"", value ? '1' : '0', "\"");
     }
 
     // "key":"text", the text escaped
     template <size_t Size>
-    void text(uint32_t field, const char (&key)[Size], std::string_view value) {
-        write(field, "\"", key, "\":\"", JsonText{value}, "\"");
+    void text(uint32_t field, const char (&key)[Size], std::string_view value,
+              SourcePlace place = here()) {
+        write(place, field, "\"", key, "\":\"", JsonText{value}, "\"");
     }
 
     // "key":"00ff..."
     template <size_t Size>
-    void hex(uint32_t field, const char (&key)[Size], std::span<const uint8_t, 16> value) {
-        write(field, "\"", key, "\":\"", HexText{value}, "\"");
+    void hex(uint32_t field, const char (&key)[Size], std::span<const uint8_t, 16> value,
+             SourcePlace place = here()) {
+        write(place, field, "\"", key, "\":\"", HexText{value}, "\"");
     }
 
     // Parts that make up a key and its value.
     template <typename... Parts>
-    void write(uint32_t field, const Parts&... parts) {
+    void write(SourcePlace place, uint32_t field, const Parts&... parts) {
         if (selects(field))
-            mKeys.add(parts...);
+            mKeys.add(place, parts...);
     }
 
     // A key whose value is a list: addElements(JoinedText&) adds what stands between the opening
     // text, key included, and the closing one.
     template <size_t OpeningSize, size_t ClosingSize, typename AddElements>
     void list(uint32_t field, const char (&opening)[OpeningSize],
-              const char (&closing)[ClosingSize], AddElements addElements) {
+              const char (&closing)[ClosingSize], AddElements addElements,
+              SourcePlace place = here()) {
         if (!selects(field))
             return;
-        mKeys.add(opening);
+        mKeys.add(place, opening);
         JoinedText elements(mBuffer, "");
         addElements(elements);
-        mBuffer->append(closing);
+        mBuffer->append(place, closing);
     }
 
     [[nodiscard]] bool selects(uint32_t field) const { return (mFieldMask & field) != 0; }

@@ -60,9 +60,9 @@ int formatMoreInfo(vxMediaDBOutput* pOutput, uint32_t fieldMask, const char* pPr
         return HTTP_OK;
     const db_more_info& more = *pMoreInfo;
     KeyWriter keys(&pOutput->localEntryBuffer, fieldMask, pPrepend);
-    keys.write(FIELD_DIMENSIONS, "\"w\":\"", asSigned(more.width), "\",\"h\":\"",
+    keys.write(here(), FIELD_DIMENSIONS, "\"w\":\"", asSigned(more.width), "\",\"h\":\"",
                asSigned(more.height), "\"");
-    keys.write(FIELD_FRAME_RATE, "\"fps\":\"", asSigned(more.frame_rate_numerator),
+    keys.write(here(), FIELD_FRAME_RATE, "\"fps\":\"", asSigned(more.frame_rate_numerator),
                "\",\"fps_denom\":\"", asSigned(more.frame_rate_denominator), "\"");
     keys.number(FIELD_PROGRESSIVE, "prog", asSigned(more.is_progressive));
     keys.number(FIELD_SUBSAMPLED, "subsample", asSigned(more.is_subsampled));

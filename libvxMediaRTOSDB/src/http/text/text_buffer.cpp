@@ -1,5 +1,6 @@
 #include <mediacheckd/vxMediaRTOSDB/text_buffer.h>
 
+#include <cstring>
 #include <new>
 
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
@@ -16,6 +17,11 @@ size_t limitOf(TextBufferKind kind) {
             return kEntryLimit;
     }
     return 0;
+}
+
+const char* baseName(const char* path) {
+    const char* slash = std::strrchr(path, '/');
+    return slash ? slash + 1 : path;
 }
 
 }  // namespace
@@ -35,21 +41,21 @@ void TextBuffer::release() {
     *this = {};
 }
 
-void TextBuffer::startAnew(size_t sizeOfParts) {
+void TextBuffer::startAnew(size_t sizeOfParts, SourcePlace place) {
     const int wouldBe = static_cast<int>(mLength + sizeOfParts);
     const int limit = static_cast<int>(mLimit);
     switch (mKind) {
         case TextBufferKind::kPage:
             UTIL_LOG(UTIL_LOG_ERROR, "exceeded buffer length for vxoutput %d, %s:%d\n", wouldBe,
-                     __FILE_NAME__, __LINE__);
+                     baseName(place.file), place.line);
             break;
         case TextBufferKind::kDirectory:
             UTIL_LOG(UTIL_LOG_ERROR, "%d > %d, dir buff exceeded, %s:%d\n", wouldBe, limit,
-                     __FILE_NAME__, __LINE__);
+                     baseName(place.file), place.line);
             break;
         case TextBufferKind::kEntry:
             UTIL_LOG(UTIL_LOG_ERROR, "%d > %d, entry buff exceeded, %s:%d\n", wouldBe, limit,
-                     __FILE_NAME__, __LINE__);
+                     baseName(place.file), place.line);
             break;
     }
     clear();

@@ -13,5 +13,5 @@ void addHighlights(JoinedText& values, const db_video_specific_info& video) {
     const auto* highlights = reinterpret_cast<const u32le*>(&video + 1);
     const uint32_t count = std::min<uint32_t>(video.highlight_count, kMaxListedHighlights);
     for (uint32_t i = 0; i < count; i++)
-        values.add(uint32_t{highlights[i]});
+        values.add(here(), uint32_t{highlights[i]});
 }

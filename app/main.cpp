@@ -29,6 +29,8 @@ EventCode eventFor(int match) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // Also on a terminal nothing is written before the event but what showText writes.
+    setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
     vcore::Logger::init(0, 0, 0xFF, LOG_OUT_STDOUT, "");
     VLOG_INFO("%s\n", argc > 0 ? argv[0] : "");
 

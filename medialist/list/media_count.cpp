@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "medialist/list/item_span.h"
 #include <mediacheckd/medialist/zep_media_list.h>
 #include <mediacheckd/vcore/log.h>
@@ -17,7 +19,7 @@ int ZEPMediaList::getMediaCount(std::vector<UploadRule>& rules) {
     mIndex = 0;
     const int32_t countedStart = mMediaStartIndex;
     mMediaStartIndex = 0;
-    mTooMany = false;
+    const bool countedTooMany = std::exchange(mTooMany, false);
     if (!mCounted) {
         reset();
         mSessionValid = false;
@@ -28,6 +30,7 @@ int ZEPMediaList::getMediaCount(std::vector<UploadRule>& rules) {
     const int result = countLists();
     if (result < 0) {
         mMediaStartIndex = countedStart;  // what was counted before can still be walked
+        mTooMany = countedTooMany;
         return result;
     }
     if (!mCounted) {

@@ -101,7 +101,7 @@ int ZEPMediaList::addLaterSpans() {
 
 void ZEPMediaList::itemCb(void* ctx, zep_item_s* item) {
     auto& list = *static_cast<ZEPMediaList*>(ctx);
-    if (list.matchRules(item, list.mRules) == 0 ||
+    if (list.mOut == nullptr || list.matchRules(item, list.mRules) == 0 ||
         (isSpan(*item) && !list.enterGroup(item->group_number))) {
         return;
     }
@@ -123,7 +123,8 @@ bool ZEPMediaList::enterGroup(uint32_t groupNumber) {
     if (spans == nullptr) {
         return true;
     }
-    if (spans->front() != mCursor->index()) {
+    // Outside of a walk there is no entry at the cursor.
+    if (mCursor >= entriesEnd() || spans->front() != mCursor->index()) {
         return false;
     }
     mCurrentGroup = static_cast<int32_t>(groupNumber);

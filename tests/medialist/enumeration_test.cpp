@@ -159,6 +159,7 @@ TEST(Enumeration, FoldsOnlySpansThatItCanTellApart) {
     span.dir_name = span.file_name = "";
     ZEPMediaList::countCb(&list, &span);
     ZEPMediaList::countCb(&list, &span);
+    ZEPMediaList::itemCb(&list, &span);
     EXPECT_THAT(log.take(), Not(HasSubstr("Missing group")));
 }
 
@@ -173,6 +174,8 @@ TEST(Enumeration, TellsOfMoreItemsThanAnIndexHolds) {
     // No rule accepts an item: one step walks to the end.
     std::vector<UploadRule> none;
     MediaOutput out;
+    card.failingExchange = platform.opened + 1;
+    EXPECT_EQ(list.getMediaCount(none), -1);
     EXPECT_EQ(list.getNextMedia(&out, none), ZEPMediaList::kFailed);
 }
 

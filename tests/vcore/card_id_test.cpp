@@ -5,7 +5,6 @@
 #include <sys/resource.h>
 
 #include <cmath>
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -47,7 +46,6 @@ void mountCard(const char* options = "", unsigned long flags = 0) {
 }
 
 void limitFileSize(rlim_t size) {
-    signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{size, RLIM_INFINITY};
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
 }

@@ -10,7 +10,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "vcore/base/broken_pipe_guard.h"
+#include "vcore/base/write_guard.h"
 
 namespace vcore {
 
@@ -35,7 +35,7 @@ inline ssize_t offerText(int output, mode_t type, std::string_view text) {
 // Shows the text at once where standard output takes it without waiting. What it does not take
 // stays in stdio's buffer, behind what waits there already, until somebody flushes it.
 inline void showText(std::string_view text) {
-    const BrokenPipeGuard guard;
+    const WriteGuard guard;
     struct stat status {};
     const int output = fileno(stdout);
     const bool waitsForNobody =
@@ -52,7 +52,7 @@ inline void showText(std::string_view text) {
 
 // Writes what stdio still holds for standard output, waiting for its reader where there is one.
 inline void flushStandardOutput() {
-    const BrokenPipeGuard guard;
+    const WriteGuard guard;
     fflush(stdout);
 }
 

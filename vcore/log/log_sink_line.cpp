@@ -103,7 +103,7 @@ void emit(const log_sink_t& sink, const char* line) {
         vcore::showText(line);
     }
     if ((sink.outputs & LOG_OUT_STDERR) != 0) {
-        const vcore::BrokenPipeGuard guard;
+        const vcore::WriteGuard guard;
         emitTo(stderr, line);
     }
     if ((sink.outputs & LOG_OUT_FILE) != 0 && sink.stream != nullptr) {

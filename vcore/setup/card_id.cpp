@@ -11,6 +11,8 @@
 #include <ctime>
 #include <memory>
 
+#include "vcore/base/write_guard.h"
+
 namespace {
 
 // A card's folder may be dated behind 2038 and have a large inode.
@@ -74,6 +76,7 @@ std::int64_t drawIdentity() {
 }
 
 int makeIdentity(const char* path, char* out) {
+    const vcore::WriteGuard guard;
     const File file(fopen(path, "w"));
     if (!file) {
         fprintf(stderr, "Failed to create file  %s\n", path);

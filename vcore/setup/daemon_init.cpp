@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "vcore/base/broken_pipe_guard.h"
+#include "vcore/base/write_guard.h"
 
 namespace {
 
@@ -27,7 +27,7 @@ int allowCoreFiles() {
 
 // What stdio holds would be written by the parent, which ends, and by the daemon once more.
 void flushBeforeFork() {
-    const vcore::BrokenPipeGuard guard;
+    const vcore::WriteGuard guard;
     fflush(nullptr);
 }
 

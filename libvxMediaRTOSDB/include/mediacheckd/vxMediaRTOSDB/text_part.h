@@ -73,8 +73,10 @@ constexpr size_t maxSize(HexText hex) {
 
 char* write(char* place, HexText hex);
 
+// Characters that one character of a JSON text takes at most.
+constexpr size_t kLongestEscape = 6;
+
 constexpr size_t maxSize(JsonText json) {
-    constexpr size_t kLongestEscape = 6;
     return kLongestEscape * json.text.size();
 }
 

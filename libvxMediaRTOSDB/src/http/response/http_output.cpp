@@ -16,11 +16,10 @@ void printText(std::string_view text) {
 }
 
 void printJsonText(std::string_view text) {
-    for (size_t i = 0; i < text.size(); i++) {
-        const JsonText character = {text.substr(i, 1)};
-        char escaped[maxSize(JsonText{"x"})];
-        printText({escaped, write(escaped, character)});
-    }
+    constexpr size_t kPiece = 128;
+    char escaped[kLongestEscape * kPiece];
+    for (size_t i = 0; i < text.size(); i += kPiece)
+        printText({escaped, write(escaped, JsonText{text.substr(i, kPiece)})});
 }
 
 int printErrorResponse(int status) {

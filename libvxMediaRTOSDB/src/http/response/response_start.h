@@ -11,7 +11,7 @@ class CardIdentity {
     CardIdentity();
 
     [[nodiscard]] bool known() const { return mKnown; }
-    [[nodiscard]] const char* text() const { return mText; }
+    [[nodiscard]] const char* text() const { return mKnown ? mText : "0"; }
 
   private:
     char mText[CARD_ID_SIZE];

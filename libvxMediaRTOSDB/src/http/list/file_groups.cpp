@@ -1,11 +1,13 @@
 #include "libvxMediaRTOSDB/src/http/list/file_groups.h"
 
 FileGroups::FileGroups(vxMediaDBOutput* output)
-    : mPage(&output->localBuffer),
+    : mMode(Mode::kBuffered),
+      mPage(&output->localBuffer),
       mGroup(&output->localDirectoryBuffer),
       mObject(&output->localEntryBuffer) {}
 
-FileGroups::FileGroups(TextBuffer* page) : mPage(page), mGroup(page), mObject(page) {}
+FileGroups::FileGroups(TextBuffer* page)
+    : mMode(Mode::kStraightIntoPage), mPage(page), mGroup(page), mObject(page) {}
 
 void FileGroups::restart() {
     mPage->clear();

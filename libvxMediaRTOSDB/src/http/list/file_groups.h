@@ -49,11 +49,15 @@ class FileGroups {
     [[nodiscard]] std::string_view closing() const { return mOpen ? kClosing : ""; }
 
   private:
+    // Where a group is built.
+    enum class Mode { kBuffered, kStraightIntoPage };
+
     static constexpr char kClosing[] = "]}";
 
+    [[nodiscard]] bool buffered() const { return mMode == Mode::kBuffered; }
     [[nodiscard]] std::string_view directory() const { return {mDirectory, mDirectoryLength}; }
-    [[nodiscard]] bool buffered() const { return mGroup != mPage; }
 
+    Mode mMode;
     TextBuffer* mPage;
     TextBuffer* mGroup;
     TextBuffer* mObject;

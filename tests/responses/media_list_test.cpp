@@ -192,6 +192,7 @@ struct MemberDatabase {
     uint32_t perReply;
     uint32_t failing = 99;  // the exchange from which on it reports a status
     uint32_t status = 0;
+    uint32_t claimed = 0;  // members that its replies count and do not hold
     uint32_t exchanges = 0;
 
     Exchange answer(const Bytes& request) {
@@ -206,7 +207,7 @@ struct MemberDatabase {
                 append(members, join({itemRecord(2, file, 1, ITEM_ATTRIBUTE_EIS),
                                       videoInfo(1000 * ++count, 1), words({count})}));
         }
-        return reply(join({responseHeader(4, count), members}));
+        return reply(join({responseHeader(4, count + claimed), members}));
     }
 };
 
@@ -247,11 +248,13 @@ TEST(MediaLists, ReplaceAVideoGroupByItsMembers) {
         {{all, 2, 2, 4}, {4, 2, 74, 7}, two},
         {{all, 2, 1, 5}, {4}, "", 500},  // and nothing more is asked
         {{all, 2, 2, 5}, {4, 2}, "", 500},
+        {{.files = "", .perReply = 0, .claimed = 1}, {4}, "", 500},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(&c - cases);
         const Produced produced = run(c.members, list);
         EXPECT_EQ(produced.status, c.status);
+        EXPECT_EQ(platform.logged("exiting"), c.status == 500);
         std::vector<size_t> named;
         for (size_t i = 1; i < platform.requests.size(); i++)
             named.push_back((platform.requests[i].size() - 12) / 20);

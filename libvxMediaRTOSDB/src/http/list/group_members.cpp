@@ -17,12 +17,11 @@ GroupMembers::GroupMembers(rtosConnection* connection, const ListItem& group)
       mNames(*group.record, groupNumber(*group.record, *group.group), MemberNameUse::kFiles,
              mChapters) {}
 
-bool GroupMembers::next(MemberRecord* member) {
-    do {
-        if (readMember(member))
-            return true;
-    } while (ask());
-    return false;
+MemberAnswer GroupMembers::next(MemberRecord* member) {
+    auto answer = MemberAnswer::kAnswered;
+    while (answer == MemberAnswer::kAnswered && !readMember(member))
+        answer = ask();
+    return answer;
 }
 
 bool GroupMembers::readMember(MemberRecord* member) {
@@ -43,35 +42,44 @@ bool GroupMembers::readMember(MemberRecord* member) {
 // Members that come before this one and were not returned are settled too.
 bool GroupMembers::settle(const db_item_record& item) {
     if (item.content_type == DB_CONTENT_TYPE_UNKNOWN_FILE) {
-        mSettled = std::min(mSettled + 1, mAsked);
+        settle(std::min<size_t>(1, mUnsettled.size()));
         return false;
     }
-    for (size_t i = mSettled; i < mAsked; i++) {
-        if (textOf(mRequest.files[i].file_name) == textOf(item.file_name)) {
-            mSettled = i + 1;
+    for (size_t i = 0; i < mUnsettled.size(); i++) {
+        if (textOf(mUnsettled[i].file_name) == textOf(item.file_name)) {
+            settle(i + 1);
             return true;
         }
     }
     return false;
 }
 
-bool GroupMembers::ask() {
-    if (mStatus != HTTP_OK)
-        return false;
-    if (mAsked > 0 && mSettled == 0)
-        return fail();
-    nameMembers();
-    if (mAsked == 0)
-        return false;
+// Settles the first ones of those that the request names.
+void GroupMembers::settle(size_t count) {
+    mUnsettled = mUnsettled.subspan(count);
+    for (; count > 0; mFirst++)
+        count -= isPresent(*mGroup.group, mGroup.memberMask, mFirst);
+}
 
-    const size_t size = sizeof mRequest.header + mAsked * sizeof mRequest.files[0];
-    fillHeader(&mRequest.header, DB_CMD_VIDEO_SPECIFIC_INFO, static_cast<uint32_t>(mAsked),
-               &mRequest);
+MemberAnswer GroupMembers::ask() {
+    const uint32_t askedBefore = mRequest.header.request_count;
+    if (askedBefore > 0 && mUnsettled.size() == askedBefore) {
+        UTIL_LOG(UTIL_LOG_ERROR, "no member of %.8s/%.12s in the response, exiting\n",
+                 mGroup.record->dir_name, mGroup.record->file_name);
+        return MemberAnswer::kFailed;
+    }
+    nameMembers();
+    if (mUnsettled.empty())
+        return MemberAnswer::kNothingLeft;
+
+    fillHeader(&mRequest.header, DB_CMD_VIDEO_SPECIFIC_INFO,
+               static_cast<uint32_t>(mUnsettled.size()), &mRequest);
     logRequest(mRequest.header);
+    const size_t size = sizeof mRequest.header + mUnsettled.size_bytes();
     const int received = rtosCall(mConnection, &mRequest, static_cast<int>(size), mResponse);
     if (!holdsResponseHeader(received)) {
-        mStatus = discardResponse(received);
-        return false;
+        (void)discardResponse(received);
+        return MemberAnswer::kFailed;
     }
     auto* header = reinterpret_cast<db_response_header*>(mResponse);
     logResponse(*header);
@@ -81,30 +89,24 @@ bool GroupMembers::ask() {
     if (header->status != 0 && !notFound) {
         UTIL_LOG(UTIL_LOG_ERROR, "error on IPC received, exiting, status %d\n",
                  uint32_t{header->status});
-        return fail();
+        return MemberAnswer::kFailed;
     }
     mReader = RecordReader({mResponse, static_cast<size_t>(received)}, sizeof *header);
     mRecordsLeft = notFound ? 0 : uint32_t{header->count_returned};
-    mSettled = mRecordsLeft > 0 ? 0 : mAsked;
-    return true;
+    if (mRecordsLeft == 0)
+        settle(mUnsettled.size());
+    return MemberAnswer::kAnswered;
 }
 
 void GroupMembers::nameMembers() {
-    if (mAsked > 0)
-        mNextIndex = mIndices[mSettled - 1] + 1;
     const db_group_info& group = *mGroup.group;
-    mAsked = 0;
-    for (uint32_t i = mNextIndex; i < numberCount(group) && mAsked < kMaxFilesInRequest; i++) {
+    size_t named = 0;
+    for (uint32_t i = mFirst; i < numberCount(group) && named < kMaxFilesInRequest; i++) {
         if (!isPresent(group, mGroup.memberMask, i))
             continue;
-        db_file_name& file = mRequest.files[mAsked];
+        db_file_name& file = mRequest.files[named++];
         fillField(file.dir_name, mGroup.record->dir_name);
         fillField(file.file_name, mNames.name(group.first_number + i).data());
-        mIndices[mAsked++] = i;
     }
-}
-
-bool GroupMembers::fail() {
-    mStatus = HTTP_INTERNAL_ERROR;
-    return false;
+    mUnsettled = {mRequest.files, named};
 }

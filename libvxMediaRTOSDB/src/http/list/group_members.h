@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "libvxMediaRTOSDB/src/http/list/item_keys.h"
 #include "libvxMediaRTOSDB/src/names/member_names.h"
@@ -13,6 +14,12 @@
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 #include <mediacheckd/vxMediaRTOSDB/rtos_connection.h>
 
+enum class MemberAnswer {
+    kAnswered,
+    kNothingLeft,
+    kFailed,  // the exchange failed, or its response tells nothing of what was asked for; logged
+};
+
 // Asks for many members at once: a request names up to 74. The response settles those that come
 // first, as many as fit; the next request starts behind them.
 class GroupMembers {
@@ -21,35 +28,27 @@ class GroupMembers {
     GroupMembers(rtosConnection* connection, const ListItem& group);
 
     // Finds the next member, in member order. One that the database does not return is left out.
-    // member: valid until the next call. Returns false when there are no more.
-    [[nodiscard]] bool next(MemberRecord* member);
-
-    // HTTP_OK, or HTTP_INTERNAL_ERROR when next ended because members could not be fetched: the
-    // exchange failed, or its response tells nothing of what was asked for.
-    [[nodiscard]] int status() const { return mStatus; }
+    // member: set with kAnswered; valid until the next call. Nothing follows the other answers.
+    [[nodiscard]] MemberAnswer next(MemberRecord* member);
 
   private:
     // Reads the next member of the response. Returns false when it holds no more.
     [[nodiscard]] bool readMember(MemberRecord* member);
     [[nodiscard]] bool settle(const db_item_record& item);
+    void settle(size_t count);
 
-    // Asks for the members from mNextIndex on. Returns false when there are none left or when the
-    // database does not answer.
-    [[nodiscard]] bool ask();
+    // Asks for the members that are not settled, as many as a request can name.
+    [[nodiscard]] MemberAnswer ask();
     void nameMembers();
-    bool fail();
 
     rtosConnection* mConnection;
     const ListItem& mGroup;
     ChapterNumbers mChapters;
     MemberNames mNames;
-    int mStatus = HTTP_OK;
-    uint32_t mNextIndex = 0;  // where the next request starts, counted from first_number
+    uint32_t mFirst = 0;  // of the members not settled, counted from first_number
 
     db_files_request mRequest = {};
-    uint32_t mIndices[kMaxFilesInRequest] = {};  // of the members that the request names
-    size_t mAsked = 0;
-    size_t mSettled = 0;  // of those asked for, how many the response has dealt with
+    std::span<const db_file_name> mUnsettled;  // those that the request names
 
     uint8_t mResponse[kResponseBufferSize] = {};
     RecordReader mReader{{}};

@@ -265,13 +265,14 @@ void ListPages::listItem(const ListItem& item) {
 void ListPages::listMembers(const ListItem& item) {
     GroupMembers members(mConnection, item);
     MemberRecord member;
-    while (members.next(&member)) {
+    MemberAnswer answer = members.next(&member);
+    for (; answer == MemberAnswer::kAnswered; answer = members.next(&member)) {
         KeyWriter keys(mGroups->beginFile(), mPlan.fieldMask, "");
         writeMemberKeys(keys, member, mPlan.style);
         mGroups->endFile();
     }
-    if (members.status() != HTTP_OK)
-        mStatus = members.status();
+    if (answer == MemberAnswer::kFailed)
+        mStatus = HTTP_INTERNAL_ERROR;
 }
 
 void ListPages::logListRequest() const {

@@ -125,7 +125,6 @@ class Library {
         mPlan.requestSize = sizeof mPlan.firstRequest.list;
         mPlan.maxRequests = UINT32_MAX;
         mPlan.fieldMask = kAllFields;
-        mPlan.style = ListStyle::kMediaList;
     }
 
     std::string_view write() {

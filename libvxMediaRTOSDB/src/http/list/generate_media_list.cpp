@@ -24,7 +24,6 @@ ListPlan planOf(const QuerySettings& settings) {
     plan.requestSize = sizeof plan.firstRequest.list;
     plan.maxRequests = UINT32_MAX;
     plan.fieldMask = settings.whitelistMask;
-    plan.style = ListStyle::kMediaList;
     return plan;
 }
 

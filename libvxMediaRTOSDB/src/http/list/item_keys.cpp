@@ -94,7 +94,7 @@ void writePhotoGroupKeys(KeyWriter& keys, const ListItem& item, ListStyle style)
     keys.list(FIELD_GROUP, "\"m\":[", "]", [&](JoinedText& numbers) {
         addUnmarked(numbers, group, item.memberMask, group.num_missing, "");
     });
-    if (style == ListStyle::kPagedList) {
+    if (style.countsGroupHighlights) {
         keys.number(FIELD_GROUP, "ghc", asSigned(highlights));
         keys.list(FIELD_GROUP, "\"ghi\":[", "]", addHighlighted(""));
     } else if (highlights != 0) {
@@ -138,10 +138,10 @@ void writeMemberKeys(KeyWriter& keys, const MemberRecord& member, ListStyle styl
         keys.number(FIELD_SIZE, "s", member.item->size);
     };
     writeFileKeys(keys, *member.item);
-    if (style == ListStyle::kMediaList)
+    if (!style.memberSizeLast)
         writeSize();
     keys.flag(FIELD_EIS, "eis", hasAttribute(*member.item, ITEM_ATTRIBUTE_EIS));
     writeRecordingKeys(keys, member);
-    if (style == ListStyle::kPagedList)
+    if (style.memberSizeLast)
         writeSize();
 }

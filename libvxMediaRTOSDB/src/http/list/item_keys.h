@@ -8,10 +8,10 @@
 #include "libvxMediaRTOSDB/src/records/item_reader.h"
 #include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 
-// The two lists, where their texts differ.
-enum class ListStyle {
-    kMediaList,  // "ghc" holds the highlighted numbers; a member's size stands before its details
-    kPagedList,  // "ghc" counts them and "ghi" lists them; a member's size stands last
+// Where the texts of the lists differ.
+struct ListStyle {
+    bool countsGroupHighlights;  // in "ghc", with the numbers in "ghi"; else they stand in "ghc"
+    bool memberSizeLast;         // "ls" and "s" of a member stand behind its details, else before
 };
 
 // The file that a member of a video group is. Its parts point into a response.

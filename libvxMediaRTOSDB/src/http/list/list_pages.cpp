@@ -233,9 +233,7 @@ std::optional<Failure> ListPages::planNextRequest(uint32_t totalEntries) {
                  static_cast<int>(kMaxItems), static_cast<int>(totalEntries));
         mStatus = HTTP_INTERNAL_ERROR;
     }
-    // After a smaller request the paged list asks for as many as at first again.
-    const db_list_request& measure =
-        mPlan.style == ListStyle::kPagedList ? mPlan.firstRequest.list : next;
+    const db_list_request& measure = mPlan.asksForAsManyAgain ? mPlan.firstRequest.list : next;
     const uint32_t most = measure.header.request_count;
     const uint64_t left = uint64_t{totalEntries} + 1 - mNextIndex;
     next.header.request_count = static_cast<uint32_t>(std::min<uint64_t>(most, left));
@@ -277,7 +275,7 @@ void ListPages::listMembers(const ListItem& item) {
 
 void ListPages::logListRequest() const {
     const db_list_request& list = mRequest.list;
-    if (mPlan.style == ListStyle::kMediaList) {
+    if (!mPlan.logsParameters) {
         logRequest(list);
         return;
     }

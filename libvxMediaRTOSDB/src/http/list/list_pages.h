@@ -13,13 +13,15 @@ struct ListPlan {
     db_list_with_parameters_request firstRequest;  // its token is filled in when it is sent
     int requestSize;                               // bytes of the request that are sent
     uint32_t maxRequests;
-    uint32_t fieldMask;  // MediaField bits
+    bool asksForAsManyAgain;  // after a smaller request; else never for more than the one before
+    bool logsParameters;      // of each request
+    uint32_t fieldMask;       // MediaField bits
     ListStyle style;
 };
 
 // Fetches and writes the list. An exchange that fails, or whose page makes no sense, is repeated up
-// to 10 times after a pause of 100 ms; each time the list starts anew. A page makes no sense when it
-// is too short for its header or its first item, has an item of no known kind, or has no item
+// to 10 times after a pause of 100 ms; each time the list starts anew. A page makes no sense when
+// it is too short for its header or its first item, has an item of no known kind, or has no item
 // although the list has not come to its end. A damaged group, whose masks no response can hold, is
 // logged and listed without members.
 // groups: receives the items whose kind the query options select; the last group stays open.

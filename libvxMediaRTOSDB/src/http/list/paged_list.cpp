@@ -51,8 +51,10 @@ int dbGetPagedList(void*, int maxRequests, uint32_t itemsPerRequest, uint32_t st
             plan.requestSize = sizeof plan.firstRequest;
         }
         plan.maxRequests = static_cast<uint32_t>(maxRequests);
+        plan.asksForAsManyAgain = true;
+        plan.logsParameters = true;
         plan.fieldMask = kAllFields & ~FIELD_CLIP;
-        plan.style = ListStyle::kPagedList;
+        plan.style = {.countsGroupHighlights = true, .memberSizeLast = true};
         status = listPages(connection.get(), plan, &groups);
     }
     connection.close();

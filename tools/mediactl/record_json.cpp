@@ -1,9 +1,9 @@
 #include "tools/mediactl/record_json.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 
+#include "libvxMediaRTOSDB/src/records/hex_digits.h"
 #include "libvxMediaRTOSDB/src/records/member_mask.h"
 
 namespace mediactl {
@@ -73,13 +73,8 @@ std::string contentTypeText(uint32_t contentType) {
 Json gumiJson(const db_gumi& gumi) {
     if (std::ranges::all_of(gumi.bytes, [](uint8_t byte) { return byte == 0; }))
         return nullptr;
-    std::string text;
-    for (const uint8_t byte : gumi.bytes) {
-        char digits[3];
-        std::snprintf(digits, sizeof digits, "%02X", byte);
-        text += digits;
-    }
-    return text;
+    const auto digits = hexDigits(std::span(gumi.bytes), HexCase::kUpper);
+    return std::string(digits.data(), digits.size());
 }
 
 std::string nameText(std::span<const char> field) {

@@ -1,11 +1,11 @@
 #include <mediacheckd/vxMediaRTOSDB/page_walker.h>
 
 #include <algorithm>
-#include <cstdio>
 
 #include "libvxMediaRTOSDB/src/exchange/db_checks.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
 #include "libvxMediaRTOSDB/src/names/member_names.h"
+#include "libvxMediaRTOSDB/src/records/hex_digits.h"
 #include "libvxMediaRTOSDB/src/records/item_reader.h"
 #include "libvxMediaRTOSDB/src/records/member_mask.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
@@ -26,11 +26,11 @@ struct Callbacks {
 using GumiText = std::array<char, 2 * kGumiSize + 1>;
 
 // Returns the text, or null when there is no GUMI.
-const char* gumiText(const db_gumi* gumi, GumiText* text) {
+const char* writeGumi(const db_gumi* gumi, GumiText* text) {
     if (!gumi)
         return nullptr;
-    for (size_t i = 0; i < kGumiSize; i++)
-        std::snprintf(text->data() + 2 * i, 3, "%02X", gumi->bytes[i]);
+    const auto digits = hexDigits(std::span(gumi->bytes), HexCase::kUpper);
+    *std::ranges::copy(digits, text->begin()).out = '\0';
     return text->data();
 }
 
@@ -113,8 +113,8 @@ zep_item_s describe(const ListItem& item, ItemTexts* texts, PageState& page) {
     texts->fileName = terminated(record.file_name);
 
     zep_item_s zepItem = {};
-    zepItem.gumi = gumiText(item.gumi, &texts->gumi);
-    zepItem.parent_gumi = gumiText(item.parentGumi, &texts->parentGumi);
+    zepItem.gumi = writeGumi(item.gumi, &texts->gumi);
+    zepItem.parent_gumi = writeGumi(item.parentGumi, &texts->parentGumi);
     zepItem.content_type = record.content_type;
     zepItem.upload_status = record.upload_status;
     zepItem.highlight = record.highlight_count;

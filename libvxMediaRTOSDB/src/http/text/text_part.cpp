@@ -1,5 +1,7 @@
 #include <mediacheckd/vxMediaRTOSDB/text_part.h>
 
+#include "libvxMediaRTOSDB/src/records/hex_digits.h"
+
 namespace {
 
 constexpr std::string_view kControlEscape = "\\u00";
@@ -12,16 +14,12 @@ constexpr bool isPlain(char character) {
     return !isControl(character) && character != '"' && character != '\\';
 }
 
-constexpr char hexDigit(unsigned nibble) {
-    return static_cast<char>(nibble < 10 ? '0' + nibble : 'a' + nibble - 10);
-}
-
 char* writeEscaped(char* place, char character) {
     if (isControl(character)) {
         place = write(place, kControlEscape);
-        *place++ = hexDigit(static_cast<unsigned char>(character) >> 4);
-        *place++ = hexDigit(character & 0xF);
-        return place;
+        const uint8_t code[] = {static_cast<uint8_t>(character)};
+        const auto digits = hexDigits(std::span(code), HexCase::kLower);
+        return write(place, std::string_view(digits.data(), digits.size()));
     }
     *place++ = '\\';
     *place++ = character;
@@ -32,16 +30,11 @@ char* writeEscaped(char* place, char character) {
 
 // Copies in and out: a loop over memory that cannot overlap is one the compiler vectorizes.
 char* write(char* place, HexText hex) {
-    constexpr size_t kBytes = decltype(hex.bytes)::extent;
-    uint8_t bytes[kBytes];
-    char digits[2 * kBytes];
+    uint8_t bytes[decltype(hex.bytes)::extent];
     std::memcpy(bytes, hex.bytes.data(), sizeof bytes);
-    for (size_t i = 0; i < kBytes; i++) {
-        digits[2 * i] = hexDigit(bytes[i] >> 4);
-        digits[2 * i + 1] = hexDigit(bytes[i] & 0xF);
-    }
-    std::memcpy(place, digits, sizeof digits);
-    return place + sizeof digits;
+    const auto digits = hexDigits(std::span<const uint8_t, sizeof bytes>(bytes), HexCase::kLower);
+    std::memcpy(place, digits.data(), digits.size());
+    return place + digits.size();
 }
 
 size_t exactSize(JsonText json) {

@@ -2,8 +2,8 @@
  *
  * usage: media_list [QUERY]     for example: media_list 'f=video&fields=n,s,dur'
  */
-#include <mediacheckd/vxMediaRTOSDB/media_list.h>
 #include <stddef.h>
+#include <mediacheckd/vxMediaRTOSDB/media_list.h>
 
 int main(int argc, char** argv) {
     const char* query = argc > 1 ? argv[1] : "";

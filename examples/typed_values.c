@@ -1,7 +1,7 @@
 /* A recording as a typed value: a dict that holds a text, a number and a list. */
+#include <stdio.h>
 #include <mediacheckd/vtl/dict.h>
 #include <mediacheckd/vtl/list.h>
-#include <stdio.h>
 
 int main(void) {
     vtl_value* recording = vtl_dict_create();

@@ -1,5 +1,5 @@
-// Lists the files of the media that wait for upload: good photos and short videos that have not been
-// uploaded, those with a highlight first, then the newest day first.
+// Lists the files of the media that wait for upload: good photos and short videos that have not
+// been uploaded, those with a highlight first, then the newest day first.
 #include <mediacheckd/medialist/zep_media_list.h>
 
 #include <cstdio>

@@ -38,6 +38,7 @@ function(mediacheckd_library name)
     set(script ${CMAKE_CURRENT_SOURCE_DIR}/${name}.map)
     set_target_properties(${shared} PROPERTIES
         EXPORT_NAME ${name}
+        INSTALL_RPATH $ORIGIN
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR}
         LINK_DEPENDS ${script})
@@ -65,14 +66,17 @@ function(mediacheckd_library name)
     install(TARGETS ${name} ${shared} EXPORT mediacheckd
         INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
     if(arg_DESCRIPTION)
-        mediacheckd_pkg_config(${name} "${arg_DESCRIPTION}" "${arg_PUBLIC};${arg_PRIVATE}")
+        mediacheckd_pkg_config(${name} "${arg_DESCRIPTION}" "${arg_PUBLIC};${arg_PRIVATE}"
+                               "${arg_SHARED_ONLY}")
     endif()
 endfunction()
 
 # Installs mediacheckd-NAME.pc. Libraries of the project among those linked are required by their own
 # files, others are linked by name, and who links the archives links the C++ library as well.
-function(mediacheckd_pkg_config name description libraries)
+# static_only: what only who links the archive has to name besides.
+function(mediacheckd_pkg_config name description libraries static_only)
     set(requires "")
+    list(TRANSFORM static_only PREPEND mediacheckd- OUTPUT_VARIABLE requires_private)
     set(libs_private -lstdc++ -lm)
     foreach(library ${libraries})
         if(TARGET ${library}_shared)
@@ -84,6 +88,7 @@ function(mediacheckd_pkg_config name description libraries)
         endif()
     endforeach()
     list(JOIN requires ", " requires)
+    list(JOIN requires_private ", " requires_private)
     list(JOIN libs_private " " libs_private)
     # The installed tree may be moved as a whole.
     file(RELATIVE_PATH to_prefix /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)

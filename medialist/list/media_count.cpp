@@ -81,13 +81,13 @@ int ZEPMediaList::countPage(PageQuery query) {
         return -1;
     }
     if (mTooMany) {
-        VLOG_ERROR("[ZML]: %s: More than %d items, the others are left out.\n", "countPage",
+        VLOG_ERROR("[ZML]: countPage: More than %d items, the others are left out.\n",
                    static_cast<int>(kMaxItems));
         return 0;
     }
     // A page that claims items and brings none would be asked for again and again.
     if (delivered > 0 && mIndex == first) {
-        VLOG_ERROR("[ZML]: %s: A page of %d items has none.\n", "countPage", delivered);
+        VLOG_ERROR("[ZML]: countPage: A page of %d items has none.\n", delivered);
         return -1;
     }
     return delivered;
@@ -125,7 +125,7 @@ bool ZEPMediaList::registerSpan(const zep_item_s& item) {
     }
     foldIntoFirst(spans.front());
     if (dbSetZEPUploadStatus(item.dir_name, item.file_name, kStatusFolded, mToken) != 0) {
-        VLOG_ERROR("[ZML]: %s: Unable to set upload status.\n", "countCb");
+        VLOG_ERROR("[ZML]: countCb: Unable to set upload status.\n");
     }
     return false;
 }

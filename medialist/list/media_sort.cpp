@@ -13,20 +13,19 @@ int ZEPMediaList::sort(const char* json) {
             return result;
         }
     }
-    const std::unique_ptr<CompoundCompare> order = readSortRules(json);
+    const std::unique_ptr<Comparinator> order(create(json));
     if (order == nullptr) {
-        VLOG_ERROR("[ZML]: %s: failed to create comparison operator.\n", "sort");
+        VLOG_ERROR("[ZML]: sort: failed to create comparison operator.\n");
         return -1;
     }
 
     Stopwatch stopwatch;
     stopwatch.control(Stopwatch::kCalibrate | Stopwatch::kClear | Stopwatch::kStart);
-    std::sort(mEntries.begin(), mEntries.end(),
-              [compound = order.get()](const MediaEntry& a, const MediaEntry& b) {
-                  return compound->decide(&a, &b) > 0;
-              });
+    std::sort(mEntries.begin(), mEntries.end(), [&order](const MediaEntry& a, const MediaEntry& b) {
+        return order->compare(&a, &b) > 0;
+    });
     const double seconds = stopwatch.control(Stopwatch::kStop);
-    VLOG_INFO("[ZML]: %s: sort took %1.2lf seconds\n", "sort", seconds);
+    VLOG_INFO("[ZML]: sort: sort took %1.2lf seconds\n", seconds);
     logEntries();
     rewind();
     return 0;

@@ -20,7 +20,13 @@ int dayDifference(const MediaEntry& a, const MediaEntry& b) {
 }  // namespace
 
 int CompoundCompare::compare(const MediaEntry* a, const MediaEntry* b) {
-    return decide(a, b);
+    for (const auto& comparator : mComparators) {
+        const int result = comparator->compare(a, b);
+        if (result != 0) {
+            return result;
+        }
+    }
+    return 0;
 }
 
 int CompareFileSize::compare(const MediaEntry* a, const MediaEntry* b) {

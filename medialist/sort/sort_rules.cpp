@@ -3,7 +3,6 @@
 #include <cjson/cJSON.h>
 
 #include <algorithm>
-#include <functional>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -15,46 +14,64 @@ namespace {
 
 using Document = std::unique_ptr<cJSON, decltype(&cJSON_Delete)>;
 
-constexpr char kCreate[] = "create";  // what the log lines call the reader
+// A member whose value is an array of texts, and what the log says where it is not.
+struct TextArray {
+    const char* member;
+    const char* missing;
+    const char* noArray;
+    const char* noText;
+};
 
-// Hands each text of a member array to take, as long as take returns true.
-// Returns whether all were taken; what the document lacks is logged.
-bool forEachText(const cJSON* document, const char* member, const char* need,
-                 const std::function<bool(const char* text)>& take) {
-    const cJSON* const array = cJSON_GetObjectItem(document, member);
-    if (array == nullptr) {
-        VLOG_ERROR("%s: JSON is missing %s %s field\n", kCreate, need, member);
-        return false;
+constexpr TextArray kSortRules = {
+    "sort_rules",
+    "create: JSON is missing required sort_rules field\n",
+    "create: JSON sort_rules field is not an array\n",
+    "create: Expected type string for sort_rules children.\n",
+};
+constexpr TextArray kMediaTypeOrder = {
+    "media_type_order",
+    "create: JSON is missing manditory media_type_order field\n",
+    "create: JSON media_type_order field is not an array\n",
+    "create: Expected type string for media_type_order children.\n",
+};
+
+// Null after logging that the document has no such array.
+const cJSON* findArray(const cJSON* document, const TextArray& texts) {
+    const cJSON* const array = cJSON_GetObjectItem(document, texts.member);
+    if (cJSON_IsArray(array) != 0) {
+        return array;
     }
-    if (cJSON_IsArray(array) == 0) {
-        VLOG_ERROR("%s: JSON %s field is not an array\n", kCreate, member);
-        return false;
+    VLOG_ERROR("%s", array == nullptr ? texts.missing : texts.noArray);
+    return nullptr;
+}
+
+// Null after logging that the element is no text.
+const char* textOf(const cJSON* element, const TextArray& texts) {
+    const char* const text = cJSON_GetStringValue(element);
+    if (text == nullptr) {
+        VLOG_ERROR("%s", texts.noText);
     }
-    const cJSON* element = nullptr;
-    cJSON_ArrayForEach(element, array) {
-        if (cJSON_IsString(element) == 0) {
-            VLOG_ERROR("%s: Expected type string for %s children.\n", kCreate, member);
-            return false;
-        }
-        if (!take(element->valuestring)) {
-            return false;
-        }
-    }
-    return true;
+    return text;
 }
 
 std::unique_ptr<Comparinator> readMediaType(const cJSON* document) {
+    const cJSON* const names = findArray(document, kMediaTypeOrder);
+    if (names == nullptr) {
+        return nullptr;
+    }
     std::vector<int> order;
-    const bool valid =
-        forEachText(document, "media_type_order", "manditory", [&order](std::string_view text) {
-            const auto* const name =
-                std::find(kMediaClassNames.begin(), kMediaClassNames.end(), text);
-            if (name != kMediaClassNames.end()) {
-                order.push_back(static_cast<int>(name - kMediaClassNames.begin()));
-            }
-            return true;
-        });
-    return valid ? std::make_unique<CompareMediaType>(order) : nullptr;
+    const cJSON* element = nullptr;
+    cJSON_ArrayForEach(element, names) {
+        const char* const text = textOf(element, kMediaTypeOrder);
+        if (text == nullptr) {
+            return nullptr;
+        }
+        const auto* const name = std::ranges::find(kMediaClassNames, std::string_view(text));
+        if (name != kMediaClassNames.end()) {
+            order.push_back(static_cast<int>(name - kMediaClassNames.begin()));
+        }
+    }
+    return std::make_unique<CompareMediaType>(order);
 }
 
 using Make = std::unique_ptr<Comparinator> (*)(const cJSON* document);
@@ -81,37 +98,41 @@ constexpr Rule kRules[] = {
 
 }  // namespace
 
-std::unique_ptr<CompoundCompare> readSortRules(const char* json) {
+Comparinator* create(const char* json) {
     auto compound = std::make_unique<CompoundCompare>();
     if (json == nullptr) {
         compound->append(std::make_unique<CompareByDayNewestFirst>());
         compound->append(std::make_unique<CompareFileSize>());
-        return compound;
+        return compound.release();
     }
     const Document document(cJSON_Parse(json), cJSON_Delete);
     if (document == nullptr) {
         const char* const place = cJSON_GetErrorPtr();
-        VLOG_ERROR("%s: Unable to parse JSON: %s\n", kCreate, place != nullptr ? place : "");
+        VLOG_ERROR("create: Unable to parse JSON: %s\n", place != nullptr ? place : "");
+        return nullptr;
+    }
+    const cJSON* const rules = findArray(document.get(), kSortRules);
+    if (rules == nullptr) {
         return nullptr;
     }
     // A rule decides nothing where it stood before, so it is taken once: sorting costs no more
     // however often a document repeats it.
     std::set<Make> taken;
-    const bool valid = forEachText(document.get(), "sort_rules", "required", [&](const char* text) {
+    const cJSON* element = nullptr;
+    cJSON_ArrayForEach(element, rules) {
+        const char* const text = textOf(element, kSortRules);
+        if (text == nullptr) {
+            return nullptr;
+        }
         const Rule* const rule = std::ranges::find(kRules, text, &Rule::name);
         if (rule == std::end(kRules) || !taken.insert(rule->make).second) {
-            return true;
+            continue;
         }
         auto comparator = rule->make(document.get());
         if (comparator == nullptr) {
-            return false;
+            return nullptr;
         }
         compound->append(std::move(comparator));
-        return true;
-    });
-    return valid ? std::move(compound) : nullptr;
-}
-
-Comparinator* create(const char* json) {
-    return readSortRules(json).release();
+    }
+    return compound.release();
 }

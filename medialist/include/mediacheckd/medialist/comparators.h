@@ -31,18 +31,6 @@ class CompoundCompare final : public Comparinator {
 
     int compare(const MediaEntry* a, const MediaEntry* b) override;
 
-    // As compare, for the inner loop of sorting. It is apart from compare because a virtual
-    // function whose code is in sight is taken for the likely target of every virtual call.
-    int decide(const MediaEntry* a, const MediaEntry* b) {
-        for (const auto& comparator : mComparators) {
-            const int result = comparator->compare(a, b);
-            if (result != 0) {
-                return result;
-            }
-        }
-        return 0;
-    }
-
   private:
     std::vector<std::unique_ptr<Comparinator>> mComparators;
 };

@@ -4,8 +4,6 @@
 //    "media_type_order": ["video", "photo"]}
 #pragma once
 
-#include <memory>
-
 #include <mediacheckd/medialist/comparators.h>
 
 // Other components find this by name.
@@ -17,6 +15,3 @@
 [[nodiscard]] Comparinator* create(const char* json);
 
 #pragma GCC visibility pop
-
-// As create; the sort needs the class, whose decide becomes part of its inner loop.
-[[nodiscard]] std::unique_ptr<CompoundCompare> readSortRules(const char* json);

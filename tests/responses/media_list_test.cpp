@@ -232,8 +232,7 @@ TEST(MediaLists, ReplaceAVideoGroupByItsMembers) {
         return R"({"n":")" + name + R"(","ls":"7"<size>,"eis":"1","dur":")" + number +
                R"(","mahs":"100","hc":"1","hi":[)" + number + "]},";
     };
-    const std::string page =
-        R"({"d":"100VM","fs":[<members>{"n":"V0010001.JPG","hc":"0"<size>}]})";
+    const std::string page = R"({"d":"100VM","fs":[<members>{"n":"V0010001.JPG","hc":"0"<size>}]})";
     const std::string two = member("VXMF0012.MP4", 1) + member("VX020012.MP4", 2);
     const struct {
         MemberDatabase members;

@@ -40,10 +40,9 @@ struct ListItem {
 // item: holds the record and the group.
 void logDamagedGroup(const ListItem& item);
 
-// Reads the item that starts at offset. When it lies there whole, a damaged group (member_mask.h) is logged.
-// response: the bytes received, from the start of the response.
-// item: cleared first; on kTooSmall, kMaskTooLarge and kInvalidContentType it holds the parts that
-// were read before the fault (with kMaskTooLarge the group, with kInvalidContentType the record)
-// and nextOffset is 0.
+// Reads the item that starts at offset. When it lies there whole, a damaged group (member_mask.h)
+// is logged. response: the bytes received, from the start of the response. item: cleared first; on
+// kTooSmall, kMaskTooLarge and kInvalidContentType it holds the parts that were read before the
+// fault (with kMaskTooLarge the group, with kInvalidContentType the record) and nextOffset is 0.
 [[nodiscard]] ItemStatus readListItem(std::span<const uint8_t> response, size_t offset,
                                       const ItemLayout& layout, ListItem* item);

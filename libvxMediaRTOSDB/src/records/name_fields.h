@@ -20,8 +20,8 @@ std::string_view textOf(const char (&field)[Size]) {
     return {field, strnlen(field, Size)};
 }
 
-// Fills a field with the text's characters up to its first zero, at most the field's width; the rest
-// of the field is zero. The text may be such a field itself.
+// Fills a field with the text's characters up to its first zero, at most the field's width; the
+// rest of the field is zero. The text may be such a field itself.
 template <size_t Size>
 void fillField(char (&field)[Size], const char* text) {
     const size_t length = strnlen(text, Size);

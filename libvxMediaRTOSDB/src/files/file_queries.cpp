@@ -105,7 +105,10 @@ int getContentInfo(const char* fs, db_item_record* ci) {
         return -1;
     }
     return directQuery(kContentInfo, fileRequest(fs), [&](RecordReader answer) {
-        *ci = *answer.read<db_item_record>();
+        const auto* item = answer.read<db_item_record>();
+        if (!item)
+            return false;
+        *ci = *item;
         return true;
     });
 }
@@ -119,6 +122,8 @@ int getGroupContentInfo(const char* fs, db_group_info* gci, db_item_record* ci, 
     return directQuery(kGroupContentInfo, fileRequest(fs), [&](RecordReader answer) {
         const auto* item = answer.read<db_item_record>();
         const auto* group = answer.read<db_group_info>();
+        if (!item || !group)
+            return false;
         const bool hasMask = group->num_missing != 0;
         const uint64_t size = (group->last_number - group->first_number) / 8 + 1;
         Mask members;
@@ -151,6 +156,8 @@ int getVideoSpecificInfo(const char* fs, db_video_specific_info* vsi, db_item_re
     return directQuery(kVideoSpecificInfo, fileRequest(fs), [&](RecordReader answer) {
         const auto* item = answer.read<db_item_record>();
         const auto* info = answer.read<db_video_specific_info>();
+        if (!item || !info)
+            return false;
         const auto values = answer.readArray<u32le>(
             highlightsWanted(*info, highlights, maxNumberHighlightsExpected));
         if (!values)
@@ -171,7 +178,10 @@ int getContentInfoByGUMI(const db_gumi* gumi, char* fs) {
     db_gumi_request request;
     request.gumi = *gumi;
     return directQuery(kContentInfoByGumi, request, [&](RecordReader answer) {
-        std::memcpy(fs, answer.read<db_file_name>(), sizeof(db_file_name));
+        const auto* name = answer.read<db_file_name>();
+        if (!name)
+            return false;
+        std::memcpy(fs, name, sizeof *name);
         return true;
     });
 }
@@ -183,7 +193,10 @@ int getFileGUMI(const char* fs, db_gumi* gumi, db_gumi* parentGumi) {
     }
     return directQuery(kFileGumi, fileRequest(fs), [&](RecordReader answer) {
         const auto* item = answer.read<db_item_record>();
-        *gumi = *answer.read<db_gumi>();
+        const auto* own = answer.read<db_gumi>();
+        if (!item || !own)
+            return false;
+        *gumi = *own;
         if (parentGumi) {
             const auto* parent = answer.read<db_gumi>();
             const bool hasParent = item->attributes & ITEM_ATTRIBUTE_PARENT_GUMI;
@@ -199,7 +212,10 @@ int getMoreInfo(const char* fs, db_more_info* mi) {
         return -1;
     }
     return directQuery(kMoreInfo, fileRequest(fs), [&](RecordReader answer) {
-        *mi = *answer.read<db_more_info>();
+        const auto* info = answer.read<db_more_info>();
+        if (!info)
+            return false;
+        *mi = *info;
         return true;
     });
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <initializer_list>
 #include <string_view>
 
@@ -43,23 +42,23 @@ MemberNames::Form MemberNames::chooseForm(const db_item_record& item, MemberName
         case DB_CONTENT_TYPE_GROUPED_VIDEO:
             if (use == MemberNameUse::kDurations ||
                 hasGroupLetters(name, "HLMX", {".MP4", ".MRV", ".360", ".LRV", ".THM"}))
-                return {{name[0], name[1]}, "%c%c%04d.MP4", Numbering::kGroupLetters};
-            return {{name[0]}, "%03d%04d.MP4", Numbering::kGroupNumber};
+                return {{name[0], name[1]}, Numbering::kGroupLetters, ".MP4"};
+            return {{name[0]}, Numbering::kGroupNumber, ".MP4"};
         case DB_CONTENT_TYPE_CHAPTERED_VIDEO:
             if (use == MemberNameUse::kFiles && name.ends_with(".360") && !name.starts_with("VXMF"))
-                return {{'V', name[1]}, "%02d%04d.360", Numbering::kChapter};
-            return {{'V', name[1]}, "%02d%04d.MP4", Numbering::kChapter};
+                return {{'V', name[1]}, Numbering::kChapter, ".360"};
+            return {{'V', name[1]}, Numbering::kChapter, ".MP4"};
         case DB_CONTENT_TYPE_BURST:
         case DB_CONTENT_TYPE_TIME_LAPSE_PHOTO:
         case DB_CONTENT_TYPE_NIGHT_LAPSE_PHOTO:
         case DB_CONTENT_TYPE_CONTINUOUS_PHOTO:
             if (hasGroupLetters(name, "PS", {".JPG"}))
-                return {{name[0], name[1]}, "%c%c%04d.JPG", Numbering::kGroupLetters};
-            return {{name[0]}, "%03d%04d.JPG", Numbering::kGroupNumber};
+                return {{name[0], name[1]}, Numbering::kGroupLetters, ".JPG"};
+            return {{name[0]}, Numbering::kGroupNumber, ".JPG"};
         default:
             UTIL_LOG(UTIL_LOG_WARN, "content type %d unhandled for group",
                      uint32_t{item.content_type});
-            return {{}, "", Numbering::kNone};
+            return {{}, Numbering::kNone, ""};
     }
 }
 
@@ -81,33 +80,46 @@ FileNameText MemberNames::name(uint32_t member) const {
         return terminated(mItem.file_name);
 
     FileNameText text = {};
-    const size_t start = std::strlen(mForm.start.data());
-    std::memcpy(text.data(), mForm.start.data(), start);
-    char* rest = text.data() + start;
-    const size_t room = text.size() - start;
+    const char* const start = mForm.start.data();
     const int group = static_cast<int>(mGroupNumber);
-    const int number = static_cast<int>(member);
+    const int number = static_cast<int>(member + mFirstChapter);
     switch (mForm.numbering) {
         case Numbering::kNone:
             break;
         case Numbering::kGroupLetters: {
             const auto letters = groupLetters(mGroupNumber, mItem.file_name);
-            std::snprintf(rest, room, mForm.numbers, letters[0], letters[1], number);
+            std::snprintf(text.data(), text.size(), "%s%c%c%04d%s", start, letters[0], letters[1],
+                          number, mForm.extension);
             break;
         }
         case Numbering::kGroupNumber:
-            std::snprintf(rest, room, mForm.numbers, group, number);
+            std::snprintf(text.data(), text.size(), "%s%03d%04d%s", start, group, number,
+                          mForm.extension);
             break;
         case Numbering::kChapter:
-            std::snprintf(rest, room, mForm.numbers, static_cast<int>(member + mFirstChapter),
-                          group);
+            std::snprintf(text.data(), text.size(), "%s%02d%04d%s", start, number, group,
+                          mForm.extension);
             break;
     }
     return text;
 }
 
 std::array<char, 16> MemberNames::format() const {
+    const char* numbers = "";
+    switch (mForm.numbering) {
+        case Numbering::kNone:
+            break;
+        case Numbering::kGroupLetters:
+            numbers = "%c%c%04d";
+            break;
+        case Numbering::kGroupNumber:
+            numbers = "%03d%04d";
+            break;
+        case Numbering::kChapter:
+            numbers = "%02d%04d";
+            break;
+    }
     std::array<char, 16> text = {};
-    std::snprintf(text.data(), text.size(), "%s%s", mForm.start.data(), mForm.numbers);
+    std::snprintf(text.data(), text.size(), "%s%s%s", mForm.start.data(), numbers, mForm.extension);
     return text;
 }

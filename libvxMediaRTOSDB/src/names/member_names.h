@@ -53,8 +53,8 @@ class MemberNames {
 
     struct Form {
         std::array<char, 3> start;  // one or two letters, zero-terminated
-        const char* numbers;        // printf format of the rest
         Numbering numbering;
+        const char* extension;
     };
 
     static Form chooseForm(const db_item_record& item, MemberNameUse use);

@@ -9,8 +9,9 @@ int main() {
     const char request[12] = {10, 0, 0, 0, 1};
     char reply[148];
     const char event[40] = {};
-    if (bareExchange(request, sizeof request, reply, sizeof reply) != sizeof reply)
+    if (bareExchange(request, sizeof request, reply, sizeof reply) != sizeof reply) {
         return 1;
+    }
     mq_send(queue, event, sizeof event, 0);
     pause();
 }

@@ -15,8 +15,9 @@ void pageFetch(benchmark::State& state) {
     uint32_t sessionId = 0;
     for (auto _ : state) {
         if (dbGetZEPItems(kPlainItems, 0, nullptr, nullptr, nullptr, nullptr, nullptr, &sessionId,
-                          nullptr) != kPlainItems)
+                          nullptr) != kPlainItems) {
             state.SkipWithError("the page did not come");
+        }
     }
 }
 
@@ -24,8 +25,9 @@ void bareExchangeOfPage(benchmark::State& state) {
     const db_list_request request = {};
     uint8_t reply[kResponseBufferSize];
     for (auto _ : state) {
-        if (bareExchange(&request, sizeof request, reply, sizeof reply) <= 0)
+        if (bareExchange(&request, sizeof request, reply, sizeof reply) <= 0) {
             state.SkipWithError("the page did not come");
+        }
     }
 }
 

@@ -30,8 +30,9 @@ inline ptrdiff_t bareExchange(const void* request, size_t requestSize, void* rep
     const int connection = socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0);
     ptrdiff_t received = -1;
     if (connect(connection, reinterpret_cast<const sockaddr*>(&*address), sizeof *address) == 0 &&
-        send(connection, request, requestSize, MSG_NOSIGNAL) >= 0)
+        send(connection, request, requestSize, MSG_NOSIGNAL) >= 0) {
         received = recv(connection, reply, replySize, 0);
+    }
     close(connection);
     return received;
 }

@@ -44,8 +44,9 @@ void startToEvent(benchmark::State& state, const char* path) {
         const auto start = Clock::now();
         const Program program(path);
         const timespec late = {.tv_sec = time(nullptr) + 5, .tv_nsec = 0};
-        if (mq_timedreceive(queue, event, sizeof event, nullptr, &late) < 0)
+        if (mq_timedreceive(queue, event, sizeof event, nullptr, &late) < 0) {
             state.SkipWithError("no event came");
+        }
         // Ending the program does not count.
         state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
     }

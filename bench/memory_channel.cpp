@@ -21,8 +21,9 @@ int vxIpcSend(vxIpcEndpoint*, const void* message, int) {
     uint32_t start;
     std::memcpy(&start, static_cast<const uint8_t*>(message) + 12, sizeof start);
     const size_t page = start / g_memoryChannelPageSize;
-    if (page >= g_memoryChannelPages.size())
+    if (page >= g_memoryChannelPages.size()) {
         return -1;
+    }
     sReply = &g_memoryChannelPages[page];
     return 0;
 }

@@ -22,7 +22,8 @@ inline std::vector<uint8_t> plainPage() {
 
     std::vector<uint8_t> page(sizeof header + kPlainItems * sizeof item);
     std::memcpy(page.data(), &header, sizeof header);
-    for (size_t i = 0; i < kPlainItems; i++)
+    for (size_t i = 0; i < kPlainItems; ++i) {
         std::memcpy(page.data() + sizeof header + i * sizeof item, &item, sizeof item);
+    }
     return page;
 }

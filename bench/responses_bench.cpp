@@ -22,7 +22,7 @@
 static size_t sAllocations = 0;
 
 void* operator new(size_t size) {
-    sAllocations++;
+    ++sAllocations;
     return std::malloc(size);
 }
 
@@ -67,8 +67,9 @@ db_item_record itemOf(uint32_t index) {
 
 db_gumi gumiOf(uint32_t index) {
     db_gumi gumi;
-    for (uint8_t& byte : gumi.bytes)
+    for (uint8_t& byte : gumi.bytes) {
         byte = static_cast<uint8_t>(index = index * 1664525 + 1013904223);
+    }
     return gumi;
 }
 
@@ -76,14 +77,15 @@ void appendItem(std::vector<uint8_t>* page, uint32_t index) {
     append(page, itemOf(index));
     append(page, gumiOf(index));
     append(page, gumiOf(index + 1));
-    if (index % 2 != 0)
+    if (index % 2 != 0) {
         return;
+    }
     db_video_specific_info video = {};
     video.ls = index % 4 == 0 ? 0 : index;
     video.duration_ms = 1000 * index + 789;
     video.highlight_count = kHighlights;
     append(page, video);
-    for (uint32_t i = 0; i < kHighlights; i++) {
+    for (uint32_t i = 0; i < kHighlights; ++i) {
         u32le time;
         time = 1000 * i + index;
         append(page, time);
@@ -102,14 +104,16 @@ std::vector<ListItem> fillChannel(uint32_t count) {
         header.total_entries = count;
         std::vector<uint8_t>& page = g_memoryChannelPages[start / kItemsPerPage];
         append(&page, header);
-        for (uint32_t i = 0; i < kItemsPerPage; i++)
+        for (uint32_t i = 0; i < kItemsPerPage; ++i) {
             appendItem(&page, start + i);
+        }
         size_t offset = sizeof header;
-        for (uint32_t i = 0; i < kItemsPerPage; i++) {
+        for (uint32_t i = 0; i < kItemsPerPage; ++i) {
             ListItem item;
             const ItemLayout layout = {kListOptions, ITEM_ATTRIBUTE_PARENT_GUMI, false};
-            if (readListItem(page, offset, layout, &item) != ItemStatus::kOk)
+            if (readListItem(page, offset, layout, &item) != ItemStatus::kOk) {
                 std::abort();
+            }
             items.push_back(item);
             offset = item.nextOffset;
         }
@@ -129,8 +133,9 @@ class Library {
 
     std::string_view write() {
         FileGroups groups(mOutput.get());
-        if (listPages(mConnection.get(), mPlan, &groups) != HTTP_OK)
+        if (listPages(mConnection.get(), mPlan, &groups) != HTTP_OK) {
             std::abort();
+        }
         groups.leave();
         return groups.text();
     }
@@ -191,10 +196,11 @@ void writeItem(Writer& writer, const ListItem& item) {
     writeGumi(writer, "gumi", *item.gumi);
     writeGumi(writer, "pgumi", *item.parentGumi);
     if (const auto* video = item.videoInfo) {
-        if (video->ls == 0)
+        if (video->ls == 0) {
             writeText(writer, "ls", "-1");
-        else
+        } else {
             writeNumber(writer, "ls", uint32_t{video->ls});
+        }
         writeNumber(writer, "cl", uint32_t{video->clip});
         writeNumber(writer, "pta", flag(ITEM_ATTRIBUTE_PTA));
         writeText(writer, "ao", audioOption(record));
@@ -204,8 +210,9 @@ void writeItem(Writer& writer, const ListItem& item) {
         writeNumber(writer, "hc", uint32_t{record.highlight_count});
         writer.Key("hi", 2);
         writer.StartArray();
-        for (const u32le& time : item.highlights)
+        for (const u32le& time : item.highlights) {
             writer.Int(asSigned(time));
+        }
         writer.EndArray();
     } else {
         writeNumber(writer, "hc", uint32_t{record.highlight_count});
@@ -246,8 +253,9 @@ std::string_view writeByRapidJson(Writer& writer, FixedStream& stream, char* buf
 }
 
 void require(bool same, const char* what) {
-    if (same)
+    if (same) {
         return;
+    }
     std::fprintf(stderr, "responses_bench: %s writes another document\n", what);
     std::exit(1);
 }
@@ -262,8 +270,9 @@ void library(benchmark::State& state) {
     Library library;
     size_t bytes = library.write().size();
     const size_t allocationsBefore = sAllocations;
-    for (auto _ : state)
+    for (auto _ : state) {
         benchmark::DoNotOptimize(bytes = library.write().size());
+    }
     require(sAllocations == allocationsBefore, "an allocating library");
     count(state, bytes);
 }
@@ -275,8 +284,9 @@ void rapidJson(benchmark::State& state) {
     Writer writer(stream);
     std::string_view text = writeByRapidJson(writer, stream, buffer.get(), items);
     require(text == Library().write(), "RapidJSON");
-    for (auto _ : state)
+    for (auto _ : state) {
         benchmark::DoNotOptimize(text = writeByRapidJson(writer, stream, buffer.get(), items));
+    }
     count(state, text.size());
 }
 
@@ -287,9 +297,10 @@ void cJson(benchmark::State& state) {
     text += "]";
     const std::unique_ptr<cJSON, void (*)(cJSON*)> tree(cJSON_Parse(text.c_str()), cJSON_Delete);
     const auto buffer = std::make_unique<char[]>(2 * kPageLimit);
-    for (auto _ : state)
+    for (auto _ : state) {
         benchmark::DoNotOptimize(
             cJSON_PrintPreallocated(tree.get(), buffer.get(), 2 * kPageLimit, 0));
+    }
     require(buffer.get() == text, "cJSON");
     count(state, text.size());
 }

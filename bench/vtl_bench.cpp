@@ -19,7 +19,7 @@
 
 namespace {
 
-/// Names like those of media files, and an order that visits all of them.
+// Names like those of media files, and an order that visits all of them.
 class Keys {
   public:
     explicit Keys(int64_t count) {

@@ -22,8 +22,9 @@ void walkPage(benchmark::State& state) {
     for (auto _ : state) {
         const int result = processQueryResponse(page.data(), static_cast<int>(page.size()), 0,
                                                 takeItem, nullptr, takeFile, nullptr);
-        if (result != 0)
+        if (result != 0) {
             state.SkipWithError("the page was not walked to its end");
+        }
     }
     state.SetItemsProcessed(state.iterations() * kPlainItems);
 }

@@ -1,7 +1,6 @@
-/* Prints the camera's media list as an HTTP response, as a CGI program does.
- *
- * usage: media_list [QUERY]     for example: media_list 'f=video&fields=n,s,dur'
- */
+// Prints the camera's media list as an HTTP response, as a CGI program does.
+//
+// usage: media_list [QUERY]     for example: media_list 'f=video&fields=n,s,dur'
 #include <stddef.h>
 #include <mediacheckd/vxMediaRTOSDB/media_list.h>
 

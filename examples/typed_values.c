@@ -1,4 +1,4 @@
-/* A recording as a typed value: a dict that holds a text, a number and a list. */
+// A recording as a typed value: a dict that holds a text, a number and a list.
 #include <stdio.h>
 #include <mediacheckd/vtl/dict.h>
 #include <mediacheckd/vtl/list.h>
@@ -11,7 +11,7 @@ int main(void) {
     vtl_value* highlights = vtl_list_create();
     vtl_list_append_int(highlights, 1500);
     vtl_list_append_int(highlights, 30250);
-    /* The dict gets a copy; the list stays ours. */
+    // The dict gets a copy; the list stays ours.
     vtl_dict_set(recording, VTL_TYPE_STRING, "highlights", VTL_TYPE_LIST, highlights);
     vtl_destroy(highlights);
 

@@ -12,8 +12,9 @@
 inline const int g_cardFolder = mkdir("/tmp/fuse_d", 0777);
 
 inline void require(bool holds) {
-    if (!holds)
+    if (!holds) {
         std::abort();
+    }
 }
 
 // mayPrintNothing: the producer may also fail without a response.

@@ -8,8 +8,9 @@
 using namespace scripted;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    if (size < 1)
+    if (size < 1) {
         return 0;
+    }
     const Bytes input(data, data + size);
     const uint32_t listOptions = input[0];
     const std::function<int()> producers[] = {
@@ -21,15 +22,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         size_t place = 1;
         reset();
         platform.answer = [&](const Bytes& request) {
-            if (place + 2 > input.size())
+            if (place + 2 > input.size()) {
                 return sendFails();
+            }
             const uint32_t count = input[place];
             const size_t length = std::min<size_t>(input[place + 1] * 8, input.size() - place - 2);
             Bytes message;
             if (count < 128) {
                 message = words({wordAt(request, 0), 0, count, 1, wordAt(request, 8)});
-                if (wordAt(request, 0) == 0)
+                if (wordAt(request, 0) == 0) {
                     append(message, words({0, listOptions, 0, wordAt(request, 12) + count + 1, 1}));
+                }
             }
             append(message, {input.begin() + static_cast<long>(place) + 2,
                              input.begin() + static_cast<long>(place + 2 + length)});

@@ -1,3 +1,4 @@
+// Booleans.
 #include <cstdio>
 
 #include "vtl/record.h"

@@ -13,7 +13,7 @@ vtl_chain_node* createNode(void* item, int priority) {
                              : nullptr;
 }
 
-/// Links the node between two neighbours, either of which may be missing.
+// Links the node between two neighbours, either of which may be missing.
 void link(vtl_chain& chain, vtl_chain_node* previous, vtl_chain_node* node, vtl_chain_node* next) {
     node->previous = previous;
     node->next = next;

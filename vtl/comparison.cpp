@@ -1,3 +1,4 @@
+// How two values compare, whatever their types.
 #include <array>
 #include <cmath>
 #include <cstring>
@@ -13,7 +14,7 @@ constexpr double kTolerance = 0.000001;
 // and the closing zero come with them.
 using NumberText = std::array<char, 320>;
 
-/// Null for a value that has no text.
+// Null for a value that has no text.
 const char* comparedText(const vtl_value& value, NumberText& buffer) {
     if (value.type == VTL_TYPE_STRING) {
         return value.payload.text != nullptr ? value.payload.text : "";
@@ -27,7 +28,7 @@ bool isReference(const vtl_value& value) {
     return value.type == VTL_TYPE_VOIDPTR || vtl::isContainer(value);
 }
 
-/// The first word of the payload: a whole pointer where the value holds one.
+// The first word of the payload: a whole pointer where the value holds one.
 uintptr_t firstWord(const vtl_value& value) {
     const bool pointer = isReference(value) || value.type == VTL_TYPE_STRING;
     return pointer ? reinterpret_cast<uintptr_t>(value.payload.pointer)

@@ -1,3 +1,4 @@
+// Values read as another type.
 #include <strings.h>
 
 #include <algorithm>
@@ -18,7 +19,7 @@ using IntLimits = std::numeric_limits<int>;
 
 constexpr double kFractionDenominator = 1000;
 
-/// The nearest int below the number or, when it is negative, above it; 0 for not-a-number.
+// The nearest int below the number or, when it is negative, above it; 0 for not-a-number.
 int truncated(double number) {
     if (std::isnan(number)) {
         return 0;

@@ -40,7 +40,7 @@ bool hasText(const vtl_value* key, const char* text) {
     return vtl_string_get(key, &own) == 0 && own != nullptr && std::strcmp(own, text) == 0;
 }
 
-/// Only a text can be searched for. The walk ends at an entry that has no key.
+// Only a text can be searched for. The walk ends at an entry that has no key.
 vtl_chain_node* find(const vtl_value* dict, unsigned keyType, const char* key) {
     if (keyType != VTL_TYPE_STRING || key == nullptr) {
         return nullptr;
@@ -72,7 +72,7 @@ int append(vtl_chain& entries, vtl::ValuePtr key, vtl::ValuePtr value) {
     return 0;
 }
 
-/// An entry without a key or a value is left out.
+// An entry without a key or a value is left out.
 int appendClone(vtl_chain& entries, const void* item) {
     const auto* entry = static_cast<const vtl_dict_entry*>(item);
     const bool complete = entry != nullptr && entry->key != nullptr && entry->value != nullptr;

@@ -1,3 +1,4 @@
+// Floating-point numbers.
 #include <cstdio>
 
 #include "vtl/record.h"

@@ -1,3 +1,4 @@
+// Fractions.
 #include <cstdio>
 
 #include "vtl/record.h"

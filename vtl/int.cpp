@@ -1,3 +1,4 @@
+// Integers.
 #include <cstdio>
 
 #include "vtl/record.h"

@@ -6,7 +6,7 @@
 namespace vtl {
 namespace {
 
-/// Null past the end. An index below 0 means 0.
+// Null past the end. An index below 0 means 0.
 vtl_chain_node* nodeAt(const vtl_chain* chain, int index) {
     vtl_chain_node* node = vtl_chain_head(chain);
     while (index > 0 && node != nullptr) {

@@ -1,29 +1,29 @@
-#pragma once
 // What lists and stacks share: a chain of values reached by index. A null chain, which is what a
 // value that is no such container has, gives 1.
+#pragma once
 
 #include "vtl/record.h"
 #include <mediacheckd/vtl/chain.h>
 
 namespace vtl {
 
-/// Makes an element and inserts it before the node at the index, at the end when there is none.
+// Makes an element and inserts it before the node at the index, at the end when there is none.
 int insertElement(vtl_chain* chain, int index, unsigned type, const void* value);
 
-/// Makes an element and adds it after the tail.
+// Makes an element and adds it after the tail.
 int appendElement(vtl_chain* chain, unsigned type, const void* value);
 
-/// Converts the element at the index into out, whatever comes of the conversion.
+// Converts the element at the index into out, whatever comes of the conversion.
 int convertElement(const vtl_chain* chain, int index, unsigned target, void* out, void* extra);
 
-/// Takes the element at the index off the chain; null when there is none.
+// Takes the element at the index off the chain; null when there is none.
 [[nodiscard]] vtl_value* takeElement(vtl_chain* chain, int index);
 
-/// Destroys all elements; the chain stays, empty.
+// Destroys all elements; the chain stays, empty.
 int clearElements(vtl_chain* chain);
 
-/// Makes the destination a container of the type, as the source is, with deep copies of its
-/// elements.
+// Makes the destination a container of the type, as the source is, with deep copies of its
+// elements.
 int copyElements(const vtl_value* source, vtl_value* destination, unsigned type, Init init);
 
 }  // namespace vtl

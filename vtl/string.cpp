@@ -16,7 +16,7 @@ constexpr vtl_operations kOperations = {
     vtl_string_dump,  vtl_string_destroy,
 };
 
-/// Null also for a value that is not a string.
+// Null also for a value that is not a string.
 const char* textOf(const vtl_value* value) {
     return vtl::isOf(value, VTL_TYPE_STRING) ? value->payload.text : nullptr;
 }

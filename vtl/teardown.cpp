@@ -7,7 +7,7 @@
 namespace vtl {
 namespace {
 
-/// Takes all nodes off one chain and onto the end of the other.
+// Takes all nodes off one chain and onto the end of the other.
 void moveNodes(vtl_chain& from, vtl_chain& to) {
     if (from.head == nullptr) {
         return;
@@ -24,7 +24,7 @@ void* takeFirst(vtl_chain& chain) {
     return item;
 }
 
-/// Nodes whose items are still to be destroyed.
+// Nodes whose items are still to be destroyed.
 class Teardown {
   public:
     explicit Teardown(StackElements elements) : mStackElements(elements) {}

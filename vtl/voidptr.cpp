@@ -1,3 +1,4 @@
+// Pointers that the values do not own.
 #include <cstdio>
 
 #include "vtl/record.h"

@@ -1,3 +1,4 @@
+// Fetches the counts of media by upload kind and tells whether one is wanted.
 #include <array>
 #include <cstdio>
 #include <string>

@@ -1,3 +1,4 @@
+// Counts the candidates and keeps an entry of each.
 #include <utility>
 
 #include "medialist/list/item_span.h"

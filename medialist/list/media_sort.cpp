@@ -1,3 +1,4 @@
+// Brings the entries into the order that the sort rules give.
 #include <algorithm>
 #include <memory>
 

@@ -1,3 +1,4 @@
+// Hands the entries, with their items, to the caller one by one.
 #include <algorithm>
 #include <array>
 

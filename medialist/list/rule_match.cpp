@@ -1,3 +1,4 @@
+// Which items the upload rules select, singly and folded into spans.
 #include "medialist/list/item_span.h"
 #include <mediacheckd/medialist/zep_media_list.h>
 #include <mediacheckd/vxMediaRTOSDB/db_item_record.h>

@@ -1,3 +1,4 @@
+// Writes the upload status of one file.
 #include <mediacheckd/medialist/zep_media_list.h>
 #include <mediacheckd/vcore/log.h>
 #include <mediacheckd/vxMediaRTOSDB/db_requests.h>

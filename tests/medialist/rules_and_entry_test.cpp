@@ -126,7 +126,7 @@ TEST(Entry, EveryFieldHasItsBits) {
     huge.last_number = (1u << 18) - 1;
     huge.timestamp = 2429913599;  // 2046-12-31 23:59:59
     expectFields(MediaEntry(huge, 1u << 18), {0, 0, 0, 0, 0, 31, 364, 0, 0, 0});
-    huge.timestamp++;
+    ++huge.timestamp;
     expectFields(MediaEntry(huge, 1u << 18), {0, 0, 0, 0, 0, 0, 0, 0, 0, 0});
 }
 

@@ -53,7 +53,7 @@ TEST(ListFaults, RestartTheListUpToTenTimes) {
     for (const auto& producer : {list, pagedList}) {
         const std::string whole = run(producer, database).body;
         for (const auto& c : faults) {
-            for (int i = 0; i < 6; i++) {
+            for (int i = 0; i < 6; ++i) {
                 const int failing = 1 + i / 2;    // the exchange that fails
                 const bool lasting = i % 2 != 0;  // so do all that follow it
                 SCOPED_TRACE(c.what + c.value + " at exchange " + std::to_string(failing));
@@ -102,8 +102,9 @@ TEST(ListFaults, ADatabaseMayGrow) {
 
 TEST(ListFaults, HeadersThatContradictThePage) {
     Bytes page = join({words({0, 0, 12, 1, 77}), words({0, 0, 0, 8, 1})});
-    for (int i = 0; i < 12; i++)
+    for (int i = 0; i < 12; ++i) {
         append(page, itemRecord(4, "V0010001.JPG"));
+    }
     g_logLevel = UTIL_LOG_WARN;
     const std::string body = run(list, [&](const Bytes&) { return reply(page); }).body;
     g_logLevel = UTIL_LOG_ERROR;
@@ -153,8 +154,9 @@ TEST(ListFaults, ADamagedGroupIsListedWithoutMembers) {
             SCOPED_TRACE(std::to_string(&c - cases) + (first ? " first" : ""));
             const Bytes group = join({itemRecord(c.video ? 1 : 5, "V0070009.JPG", 1), c.group});
             ListDatabase database = {{group, photo, photo}, LIST_OPTION_VIDEO_GROUPING};
-            if (!first)
+            if (!first) {
                 std::swap(database.items[0], database.items[1]);
+            }
             const auto missing = [] { return generateMediaList(nullptr, "fields=n,m"); };
             const auto listed = run(missing, database);
             EXPECT_EQ(listed.status, 200);
@@ -171,8 +173,9 @@ TEST(ListFaults, ADamagedGroupIsListedWithoutMembers) {
 
 TEST(ListFaults, ATextThatIsTooLongFailsTheList) {
     Bytes video = join({itemRecord(0, "V0010001.MP4", 0), videoInfo(0, 150)});
-    for (int i = 0; i < 150; i++)
+    for (int i = 0; i < 150; ++i) {
         append(video, words({0x80000000}));  // 12 characters each
+    }
     const ListDatabase videos = {{video, video, video}};
     const Produced produced = run([] { return generateMediaList(nullptr, "x=1"); }, videos);
     EXPECT_EQ(produced.status, 500);
@@ -181,8 +184,9 @@ TEST(ListFaults, ATextThatIsTooLongFailsTheList) {
     EXPECT_EQ(run(pagedList, videos).status, 200);
 
     ListDatabase database = photos(9000);  // the last of three groups does not fit into the page
-    for (size_t i = 0; i < 9000; i++)
+    for (size_t i = 0; i < 9000; ++i) {
         database.items[i][4] = static_cast<uint8_t>('1' + i / 3000);
+    }
     EXPECT_EQ(run(list, database).status, 500);
     EXPECT_TRUE(platform.logged("exceeded buffer length for vxoutput 189"));
 }

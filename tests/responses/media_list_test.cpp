@@ -40,8 +40,9 @@ std::string document(std::string groups, Marks marks = {}) {
                                {"<size>", R"(,"s":"4294967298")"},
                                {"<group size>", R"(,"s":"8589934595")"}});
     for (const auto& [mark, text] : marks) {
-        for (size_t at = 0; (at = groups.find(mark, at)) != std::string::npos;)
+        for (size_t at = 0; (at = groups.find(mark, at)) != std::string::npos;) {
             groups.replace(at, std::strlen(mark), text);
+        }
     }
     return R"({"id":"12345","media":[)" + groups + "]}";
 }
@@ -152,7 +153,7 @@ TEST(MediaLists, FilterByKind) {
         {QUERY_OPTION_RAW, 0},
         {0xFFFFFB00, 0x77F}};
     for (const auto& [options, kinds] : selections) {
-        for (uint32_t type = 0; type <= DB_CONTENT_TYPE_LAST; type++) {
+        for (uint32_t type = 0; type <= DB_CONTENT_TYPE_LAST; ++type) {
             const Bytes extension = isVideo(type) ? videoInfo(0) : groupInfo(1, 1, 1);
             const ListDatabase database = {{join({itemRecord(type, "V0010001.XXX"), extension})}};
             const std::string body = pagedList(database, 1, 1, options).body;
@@ -196,16 +197,18 @@ struct MemberDatabase {
     uint32_t exchanges = 0;
 
     Exchange answer(const Bytes& request) {
-        if (++exchanges >= failing)
+        if (++exchanges >= failing) {
             return reply(responseHeader(4, 1, status));
+        }
         Bytes members;
         uint32_t count = 0;
         for (size_t i = 20; i < request.size() && count < perReply; i += 20) {
             EXPECT_EQ(std::string(&request[i] - 8, &request[i]), std::string("100VM\0\0\0", 8));
             const std::string file(&request[i], &request[i] + 12);
-            if (files.find(file) != std::string::npos)
+            if (files.find(file) != std::string::npos) {
                 append(members, join({itemRecord(2, file, 1, ITEM_ATTRIBUTE_EIS),
                                       videoInfo(1000 * ++count, 1), words({count})}));
+            }
         }
         return reply(join({responseHeader(4, count + claimed), members}));
     }
@@ -216,8 +219,9 @@ TEST(MediaLists, ReplaceAVideoGroupByItsMembers) {
         {join({itemRecord(2, "VXMF0012.MP4"), groupInfo(12, 0, 4, 1), words({0b11101000})}),
          join({itemRecord(2, "VXMF0013.MP4"), groupInfo(13, 0, 80)}), photo("V0010001.JPG")},
         LIST_OPTION_VIDEO_GROUPING};
-    for (Bytes& item : chapters.items)
+    for (Bytes& item : chapters.items) {
         item = inDirectory(item, std::string("100VM\0XX", 8));
+    }
     const auto run = [&](MemberDatabase members, const std::function<int()>& producer) {
         resetWithCard();
         platform.answer = [&, members](const Bytes& request) mutable {
@@ -255,8 +259,9 @@ TEST(MediaLists, ReplaceAVideoGroupByItsMembers) {
         EXPECT_EQ(produced.status, c.status);
         EXPECT_EQ(platform.logged("exiting"), c.status == 500);
         std::vector<size_t> named;
-        for (size_t i = 1; i < platform.requests.size(); i++)
+        for (size_t i = 1; i < platform.requests.size(); ++i) {
             named.push_back((platform.requests[i].size() - 12) / 20);
+        }
         EXPECT_EQ(named, c.named);
         EXPECT_EQ(produced.body,
                   document(c.status == 200 ? page : "", {{"<members>", c.listed.c_str()}}));
@@ -274,8 +279,9 @@ TEST(GumiList, AsksForEachFile) {
         resetWithCard();
         platform.answer = [](const Bytes& request) {
             const std::string name(request.begin() + 20, request.end());
-            if (name[0] == 'N' || name[0] == 'E')
+            if (name[0] == 'N' || name[0] == 'E') {
                 return reply(responseHeader(7, 1, name[0] == 'N' ? 4 : 1));
+            }
             const uint32_t parent = name[0] == 'P';
             return reply(join({responseHeader(7, 1), itemRecord(4, "V\"010001.JPG", 0, parent),
                                Bytes(16, 0x1F), Bytes(16, 0x2E)}));

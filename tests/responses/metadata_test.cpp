@@ -27,11 +27,13 @@ struct File {
     uint32_t base = 0;        // of the numbers that may be large
 
     Exchange answer(const Bytes& request) const {
-        if (platform.requests.size() > exchanges)
+        if (platform.requests.size() > exchanges) {
             return sendFails();
+        }
         const uint32_t command = wordAt(request, 0);
-        if (command == refusedCommand)
+        if (command == refusedCommand) {
             return reply(responseHeader(command, 1, refusal));
+        }
         Bytes answer = responseHeader(command, 1);
         if (command == DB_CMD_MORE_INFO) {
             append(answer, words({base + 1920, base + 1080, base + 60000, base + 1001}));
@@ -42,8 +44,9 @@ struct File {
         }
         if (command == DB_CMD_VIDEO_SPECIFIC_INFO && isVideo(contentType)) {
             append(answer, videoInfo(base + 1500, highlights, base + 1));
-            for (uint32_t i = 0; i < highlights; i++)
+            for (uint32_t i = 0; i < highlights; ++i) {
                 append(answer, words({base + i * 1000}));
+            }
         } else if (command == DB_CMD_FILE_GUMI) {
             append(answer, gumis);
         }
@@ -113,7 +116,7 @@ TEST(Metadata, FailsWithoutABody) {
     expect("t=dur", {.contentType = 12, .replySize = 124}, 500);
     // An object that is too long.
     expect("t=v5info", {.highlights = 99, .attributes = 1, .base = 0x80000000}, 500);
-    for (size_t n = 0; n < 4; n++) {
+    for (size_t n = 0; n < 4; ++n) {
         EXPECT_EQ(metadataOf({.exchanges = n}, "t=v5info").status, n < 3 ? 500 : 200);
         EXPECT_EQ(platform.requests.size(), n < 3 ? n + 11 : 3);
     }
@@ -194,7 +197,7 @@ TEST(Producers, WithoutConnectionCardOrMemory) {
         expectFailure(producer.withoutCard, cardless.empty() ? "" : cardless.replace(7, 5, "0"),
                       "getCardIDStr ret < 0");
 
-        for (size_t n = 0; n < producer.buffers.size(); n++) {
+        for (size_t n = 0; n < producer.buffers.size(); ++n) {
             resetWithCard();
             failAllocation(static_cast<int>(n));
             expectFailure(500, producer.withoutMemory,

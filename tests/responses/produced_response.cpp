@@ -41,8 +41,9 @@ Exchange ListDatabase::answer(const Bytes& request) const {
     const uint32_t start = wordAt(request, 12);
     Bytes page;
     uint32_t count = 0;
-    for (size_t i = start; i < items.size() && count < wordAt(request, 4); i++, count++)
+    for (size_t i = start; i < items.size() && count < wordAt(request, 4); ++i, ++count) {
         append(page, items[i]);
+    }
     const auto total = static_cast<uint32_t>(items.size());
     Bytes message = join({words({wordAt(request, 0), 0, count, 1, wordAt(request, 8)}),
                           words({start, listOptions, 0, total, 1}), page});

@@ -22,14 +22,15 @@ using scripted::platform;
 // Decodes a whole value, by another way than the library.
 std::string decoded(const std::string& source, bool plusToSpace) {
     std::string text;
-    for (size_t i = 0; i < source.size(); i++) {
+    for (size_t i = 0; i < source.size(); ++i) {
         const std::string digits = source.substr(i + 1, 2);
         const bool escape = source[i] == '%' && digits.size() == 2 &&
                             digits.find_first_not_of("0123456789abcdefABCDEF") == digits.npos;
-        if (escape)
+        if (escape) {
             text += static_cast<char>(std::stoi(digits, nullptr, 16));
-        else
+        } else {
             text += source[i] == '+' && plusToSpace ? ' ' : source[i];
+        }
         i += escape ? 2 : 0;
     }
     return text;
@@ -38,7 +39,7 @@ std::string decoded(const std::string& source, bool plusToSpace) {
 void expectDecodedAlike(const std::string& source) {
     for (const bool plus : {false, true}) {
         const std::string whole = decoded(source, plus);
-        for (int size = 0; size < 12; size++) {
+        for (int size = 0; size < 12; ++size) {
             std::vector<char> out(static_cast<size_t>(size) + 1, 'x');
             const int length =
                 urlDecode(source.data(), static_cast<int>(source.size()), out.data(), size, plus);
@@ -55,13 +56,15 @@ void expectDecodedAlike(const std::string& source) {
 }
 
 TEST(UrlDecode, AgreesWithASecondDecoder) {
-    for (const char* source : {"", "%", "%4", "%41", "%zz", "%4z", "%%41", "%2541", "a+b", "%+1"})
+    for (const char* source : {"", "%", "%4", "%41", "%zz", "%4z", "%%41", "%2541", "a+b", "%+1"}) {
         expectDecodedAlike(source);
+    }
     std::mt19937 random(20240229);
-    for (int i = 0; i < 4000; i++) {
+    for (int i = 0; i < 4000; ++i) {
         std::string source(random() % 14, '\0');
-        for (char& c : source)
+        for (char& c : source) {
             c = i % 2 ? static_cast<char>(random()) : "%%%+aF09g"[random() % 9];
+        }
         expectDecodedAlike(source);
     }
     char out[4];

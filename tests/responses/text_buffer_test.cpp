@@ -44,7 +44,7 @@ TEST(TextBuffer, KeepsItsLimit) {
 }
 
 TEST(MediaDBOutput, HoldsNothingWithoutMemory) {
-    for (int n = 0; n < 3; n++) {
+    for (int n = 0; n < 3; ++n) {
         failAllocation(n);
         vxMediaDBOutput output;
         EXPECT_EQ(vxMediaDBOutputCtor(&output, nullptr), -1);

@@ -11,8 +11,9 @@ namespace scripted {
 
 inline Bytes join(std::initializer_list<Bytes> parts) {
     Bytes bytes;
-    for (const Bytes& part : parts)
+    for (const Bytes& part : parts) {
         append(bytes, part);
+    }
     return bytes;
 }
 

@@ -21,13 +21,16 @@ inline std::optional<Produced> takeApart(const std::string& text) {
     const std::string header = "HTTP/1.1 " + std::to_string(produced.status) +
                                " \r\nContent-Type: application/json\r\n\r\n";
     if (!std::count(std::begin(statuses), std::end(statuses), produced.status) ||
-        !text.starts_with(header) || !text.ends_with("\r\n"))
+        !text.starts_with(header) || !text.ends_with("\r\n")) {
         return std::nullopt;
-    if (text == header)
+    }
+    if (text == header) {
         return produced;
+    }
     produced.body = text.substr(header.size(), text.size() - header.size() - 2);
     std::string ascii = produced.body;  // bytes above ASCII stand for themselves
-    for (char& c : ascii)
+    for (char& c : ascii) {
         c = static_cast<unsigned char>(c) < 0x80 ? c : '?';
+    }
     return nlohmann::json::accept(ascii) ? std::optional(produced) : std::nullopt;
 }

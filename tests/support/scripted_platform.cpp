@@ -31,21 +31,24 @@ bool Platform::logged(const std::string& text) const {
 
 Bytes words(std::initializer_list<uint32_t> values) {
     Bytes bytes;
-    for (uint32_t value : values)
+    for (uint32_t value : values) {
         putWord(bytes, bytes.size(), value);
+    }
     return bytes;
 }
 
 void putWord(Bytes& bytes, size_t offset, uint32_t value) {
     bytes.resize(std::max(bytes.size(), offset + 4));
-    for (size_t i = 0; i < 4; i++)
+    for (size_t i = 0; i < 4; ++i) {
         bytes[offset + i] = static_cast<uint8_t>(value >> (8 * i));
+    }
 }
 
 uint32_t wordAt(const Bytes& bytes, size_t offset) {
     uint32_t value = 0;
-    for (size_t i = 0; i < 4; i++)
+    for (size_t i = 0; i < 4; ++i) {
         value |= static_cast<uint32_t>(bytes.at(offset + i)) << (8 * i);
+    }
     return value;
 }
 
@@ -86,18 +89,20 @@ int vxIpcSend(vxIpcEndpoint*, const void* message, int length) {
 
 int vxIpcReceive(vxIpcEndpoint*, void* buffer, int size) {
     scripted::Exchange& current = platform.current;
-    if (current.replies.empty())
+    if (current.replies.empty()) {
         return current.receiveResult;
+    }
     const scripted::Bytes message = current.replies.front();
     current.replies.pop_front();
-    if (message.size() > static_cast<size_t>(size))
+    if (message.size() > static_cast<size_t>(size)) {
         return -1;
+    }
     std::ranges::copy(message, static_cast<uint8_t*>(buffer));
     return static_cast<int>(message.size());
 }
 
 void vxIpcDestroy(vxIpcEndpoint*) {
-    platform.closed++;
+    ++platform.closed;
 }
 
 int csi_get(int key, uint32_t bufferSize, uint32_t* lengthOut, void* buffer) {

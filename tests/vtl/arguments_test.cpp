@@ -2,7 +2,7 @@
 
 namespace {
 
-/// Makes calls with these arguments; each must answer 1.
+// Makes calls with these arguments; each must answer 1.
 template <typename... Arguments>
 auto refused(const Arguments&... arguments) {
     return [&](auto... calls) { EXPECT_EACH(1, calls(arguments...)...); };

@@ -83,7 +83,7 @@ TEST(Sequences, RemoveElementsByIndex) {
     }
 }
 
-/// What a typed getter gives.
+// What a typed getter gives.
 template <typename Key, typename Out>
 Out got(int (*get)(const vtl_value*, Key, Out*), const vtl_value* from,
         std::type_identity_t<Key> key) {
@@ -208,7 +208,7 @@ TEST(Copies, ShareTheChainWhenShallowAndNothingWhenDeep) {
     }
 }
 
-/// A list in a dict in a list, so many times, built from the outside in.
+// A list in a dict in a list, so many times, built from the outside in.
 Value nest(int times) {
     Value outermost(vtl_list_create());
     vtl_value* inner = outermost;

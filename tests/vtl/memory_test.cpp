@@ -37,7 +37,7 @@ TEST(Accounting, CountsListsAndReportsStrayBlocks) {
     EXPECT_EQ(_vtl_mem_usage_current + _vtl_mem_usage_highwater, 0U);
 }
 
-/// A string, or a container that holds others: "[1 [2] {k=v l=w}]", "[2]" and "{k=v l=w}".
+// A string, or a container that holds others: "[1 [2] {k=v l=w}]", "[2]" and "{k=v l=w}".
 vtl_value* sample(unsigned type) {
     vtl_value* value = vtl_value_create(type, type == VTL_TYPE_STRING ? "abc" : nullptr, nullptr);
     if (type == VTL_TYPE_LIST) {

@@ -1,5 +1,5 @@
-#pragma once
 // Values that end with their scope, values as text, and memory that counts and fails on demand.
+#pragma once
 
 #include <gmock/gmock.h>
 
@@ -16,11 +16,11 @@
 #include <mediacheckd/vtl/stack.h>
 #include <mediacheckd/vtl/string.h>
 
-/// Makes the calls in order; each must give the result.
+// Makes the calls in order; each must give the result.
 #define EXPECT_EACH(result, ...) \
     EXPECT_THAT((std::vector<int>{__VA_ARGS__}), testing::Each(result)) << #__VA_ARGS__
 
-/// Stacks let go of their elements: they, and those in a list, are cleared first.
+// Stacks let go of their elements: they, and those in a list, are cleared first.
 struct EndValue {
     void operator()(vtl_value* value) const {
         vtl_stack_clear(value);
@@ -34,13 +34,13 @@ struct EndValue {
     }
 };
 
-/// Ends with its scope and is passed as the pointer that it holds.
+// Ends with its scope and is passed as the pointer that it holds.
 struct Value : std::unique_ptr<vtl_value, EndValue> {
     using std::unique_ptr<vtl_value, EndValue>::unique_ptr;
     operator vtl_value*() const { return get(); }
 };
 
-/// "[1 two]" for a list or stack, "{key=1}" for a dict, the text of a scalar, "-" for none.
+// "[1 two]" for a list or stack, "{key=1}" for a dict, the text of a scalar, "-" for none.
 inline std::string shown(const vtl_value* value) {
     if (value == nullptr || value->type < VTL_TYPE_DICT) {
         char text[400] = "";
@@ -58,7 +58,7 @@ inline std::string shown(const vtl_value* value) {
     return (dict ? "{" : "[") + all + (dict ? "}" : "]");
 }
 
-/// What a call answers and prints.
+// What a call answers and prints.
 template <typename Call>
 std::string printed(Call call, vtl_value* value) {
     testing::internal::CaptureStdout();
@@ -66,11 +66,11 @@ std::string printed(Call call, vtl_value* value) {
     return std::to_string(result) + " " + testing::internal::GetCapturedStdout();
 }
 
-/// While it lives, the library's memory is counted and can be told to fail.
+// While it lives, the library's memory is counted and can be told to fail.
 struct WatchedMemory {
     inline static int sLive = 0;  // blocks that are not released
 
-    /// The allocation after this many further ones fails, and only that one; below 0: none.
+    // The allocation after this many further ones fails, and only that one; below 0: none.
     inline static int sUntilFailure = -1;
 
     static void* allocate(size_t size) {

@@ -67,7 +67,7 @@ TEST(Scalars, SetAndGet) {
                 vtl_string_get_copy(string, text, 2));
 }
 
-/// Result and content of the conversions to int, bool, double, fraction and text.
+// Result and content of the conversions to int, bool, double, fraction and text.
 std::string conversions(const vtl_value* value) {
     int whole = -77;
     int truth = -77;

@@ -19,8 +19,9 @@ Bytes nameOf(char digit) {
 // A message's entries, one for each digit; a '.' is a part of an entry.
 Bytes entries(const std::string& digits) {
     Bytes bytes;
-    for (char digit : digits)
+    for (char digit : digits) {
         append(bytes, digit == '.' ? Bytes(19) : join({nameOf(digit), words({1, 2})}));
+    }
     return bytes;
 }
 
@@ -36,14 +37,16 @@ TEST_F(DirectoryScan, CollectsTheEntriesOfAllMessages) {
         reset();
         Exchange exchange;
         std::istringstream digits(messages);
-        for (std::string message; std::getline(digits, message, '|');)
+        for (std::string message; std::getline(digits, message, '|');) {
             exchange.replies.push_back(entries(message));
+        }
         Bytes& first = exchange.replies.front();
         first = join({words({12, 0, transfers, names, 0}), first});
         platform.then(exchange);
         Bytes expected;
-        for (char digit : kept)
+        for (char digit : kept) {
             append(expected, join({Bytes(3, 0xEE), nameOf(digit), {0}, words({2, 1})}));
+        }
         expected.resize(kCapacity * sizeof(db_scandir_entry), 0xEE);
 
         Bytes array(expected.size(), 0xEE);

@@ -62,8 +62,9 @@ TEST(RtosCall, DumpsWhatGoesOverTheChannel) {
     std::iota(bytes.begin(), bytes.end(), uint8_t{0xF0});
     platform.exchanges = {reply(bytes), reply(bytes), sendFails(), receiveFails(), reply({})};
     testing::internal::CaptureStdout();
-    for (g_logLevel = UTIL_LOG_INFO; !platform.exchanges.empty(); g_logLevel = UTIL_LOG_TRACE)
+    for (g_logLevel = UTIL_LOG_INFO; !platform.exchanges.empty(); g_logLevel = UTIL_LOG_TRACE) {
         callOnce();
+    }
     g_logLevel = UTIL_LOG_ERROR;
     const std::string sent = "\nSnd :\n[00000/00004]: 01 02 03 04 \n";
     const std::string dump =

@@ -60,8 +60,9 @@ class Found {
   public:
     explicit Found(Record& output) : mOutput(output) {}
     ~Found() {
-        if (mFound)
+        if (mFound) {
             mOutput = *mFound;
+        }
     }
     operator const Record**() { return &mFound; }
 
@@ -98,8 +99,9 @@ struct Received {
     uint32_t word(size_t offset) const { return wordAt(bytes, offset); }
     // Copies a part to an output. Returns false, and copies nothing, when it did not all come.
     bool part(void* output, uint64_t offset, uint64_t length) const {
-        if (offset + length > size)
+        if (offset + length > size) {
             return false;
+        }
         std::memcpy(output, bytes.data() + offset, static_cast<size_t>(length));
         return true;
     }
@@ -109,8 +111,9 @@ struct Received {
     bool name(Outputs& out) const { return part(out.fs, 20, 20); }
     bool moreInfo(Outputs& out) const { return part(&out.moreInfo, 20, 28); }
     bool gumi(Outputs& out) const {
-        if (!(word(56) & 1) || !part(&out.parent, 112, 16))
+        if (!(word(56) & 1) || !part(&out.parent, 112, 16)) {
             out.parent = {};
+        }
         return part(&out.gumi, 96, 16);
     }
     bool group(Outputs& out) const {
@@ -118,8 +121,9 @@ struct Received {
         const uint64_t copied = distance / 8 + 1;
         const bool hasMask = word(108) != 0;
         if (!kGroups.count(word(20)) || !item(out) || !part(&out.group, 96, 24) ||
-            (hasMask && !part(out.mask, 120, copied)))
+            (hasMask && !part(out.mask, 120, copied))) {
             return false;
+        }
         const uint64_t next = 120 + (hasMask ? (uint64_t{distance} / 32 + 1) * 4 : 0);
         return word(52) == 0 || part(out.highlightMask, next, copied) ||
                !kPhotoGroups.count(word(20));
@@ -135,26 +139,30 @@ struct Received {
         return size < 20 || word(4) > 4 ? 500 : kStatuses[word(4)];
     }
     int itemStatus(Outputs& out) const {
-        if (status() != 200)
+        if (status() != 200) {
             return status();
+        }
         return !item(out) ? 500 : word(20) == 0xFFFFFFFF ? 404 : 200;
     }
     int videoStatus(Outputs& out) const {
         const int status = itemStatus(out);
-        if (size >= 120 + 4 * uint64_t{word(112)})
+        if (size >= 120 + 4 * uint64_t{word(112)}) {
             part(&out.video, 96, 24);
-        else if (status == 200 && word(20) <= 3)
+        } else if (status == 200 && word(20) <= 3) {
             return 500;
+        }
         return status;
     }
     int moreInfoStatus(Outputs& out) const {
         return status() == 200 && !moreInfo(out) ? 500 : status();
     }
     int gumiStatus(Outputs& out) const {
-        if (!part(&out.gumi, 96, 16))
+        if (!part(&out.gumi, 96, 16)) {
             out.gumi = {};
-        if ((word(56) & 1) && !part(&out.parent, 112, 16))
+        }
+        if ((word(56) & 1) && !part(&out.parent, 112, 16)) {
             out.parent = {};
+        }
         return itemStatus(out);
     }
     int writeStatus(Outputs&) const { return status(); }
@@ -227,9 +235,10 @@ const std::map<std::string, Query> kQueries = {
 
 TEST_F(FileQueries, FindAndLogWhatCame) {
     std::set<std::string> lines;
-    for (const auto& query : kQueries)
+    for (const auto& query : kQueries) {
         lines.merge(sweep(query.first, query.second.reply,
                           [&](const Bytes& reply) { query.second.judge(reply); }));
+    }
     platform.logs.assign(lines.begin(), lines.end());
     for (const char* line :
          {"ERROR:error on IPC received 19, exiting\n", "ERROR:error on IPC received 135, exiting\n",
@@ -243,8 +252,9 @@ TEST_F(FileQueries, FindAndLogWhatCame) {
           "ERROR:error on IPC received, exiting, status 3\n",
           "ERROR:Invalid response size (95), discarding\n",
           "WARN :Insufficient response size (96), invalidating GUMIs\n",
-          "WARN :Invalid content type (-1), inferring FILE NOT_FOUND\n"})
+          "WARN :Invalid content type (-1), inferring FILE NOT_FOUND\n"}) {
         EXPECT_TRUE(platform.logged(line)) << line;
+    }
     EXPECT_FALSE(platform.logged("exiting, status 4\n"));
 }
 
@@ -254,12 +264,14 @@ TEST_F(FileQueries, RepeatAFailedExchangeOnTheCallersConnectionOnly) {
                               {reply(kVideoReply), sendFails(-5), sendFails(-5), receiveFails(-3)});
     Outputs out;
     EXPECT_EQ(askItemResponse(out), 200);
-    for (const auto ask : {+askItem, +askGumi, +askItem})
+    for (const auto ask : {+askItem, +askGumi, +askItem}) {
         EXPECT_EQ(ask(out), -1);
+    }
     EXPECT_EQ(platform.pauses.size(), 10u);
     for (const char* line : {"ERROR:error on IPC send -5\n", "ERROR: error on IPC send -5\n",
-                             "received -3, exiting\n"})
+                             "received -3, exiting\n"}) {
         EXPECT_TRUE(platform.logged(line)) << line;
+    }
     platform.initResults = {-7, -7};
     EXPECT_EQ(askItem(out), -7);
     EXPECT_EQ(askDuration(out), 0);

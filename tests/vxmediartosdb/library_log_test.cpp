@@ -40,16 +40,18 @@ TEST(UtilLog, CutsTheMessageAndKeepsThePlace) {
 
 TEST(UtilLog, WritesUpToTheLevel) {
     EXPECT_EQ(g_logLevel, 2u);
-    for (g_logLevel = 0; g_logLevel <= 6; g_logLevel++) {
+    for (g_logLevel = 0; g_logLevel <= 6; ++g_logLevel) {
         reset();
-        for (uint32_t level = 1; level <= 6; level++)
+        for (uint32_t level = 1; level <= 6; ++level) {
             UTIL_LOG(level, "x");
+        }
         EXPECT_EQ(platform.logs.size(), g_logLevel);
     }
     g_logLevel = UTIL_LOG_ERROR;
     for (const char* name :
-         {"FATAL:x @", "ERROR:x @", "WARN :x @", "DEBUG:x @", "INFO :x @", "TRACE:x @"})
+         {"FATAL:x @", "ERROR:x @", "WARN :x @", "DEBUG:x @", "INFO :x @", "TRACE:x @"}) {
         EXPECT_TRUE(platform.logged(name));
+    }
 }
 
 // Runs in a child: shows standard output and then the system log on standard error.
@@ -59,8 +61,9 @@ void reportAndFail(uint32_t debugLevel) {
     dup2(STDERR_FILENO, STDOUT_FILENO);
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     std::atexit([] {
-        for (const auto& line : platform.logs)
+        for (const auto& line : platform.logs) {
             std::fprintf(stderr, "%s", line.c_str());
+        }
     });
     UTIL_DEBUG_ERROR("Db response size too small.");
     uint8_t byte = 0;
@@ -81,9 +84,10 @@ TEST(UtilAssertDeathTest, ReportsAsTheDebugLevelSays) {
         {kPrint | 15, time + failure + "<7>" + failure},
         {kPrint | 16, time + error + time + failure + "<7>" + error + "<7>" + failure},
         {kFile | 255, "<7>" + error + "<7>" + failure}};
-    for (const auto& [debugLevel, output] : rows)
+    for (const auto& [debugLevel, output] : rows) {
         EXPECT_EXIT(reportAndFail(debugLevel), testing::ExitedWithCode(255),
                     ContainsRegex("^" + output + "$"));
+    }
     const std::string condition(3000, 'c');
     EXPECT_EXIT(
         (reset(), g_debug_level = kPrint | 8, dup2(STDERR_FILENO, STDOUT_FILENO),

@@ -29,8 +29,9 @@ void checkNames(bool oneBasedChapters) {
     check("VXQR0001.THM", 1, 1000, 7, "VXQR0007.MP4");
     check("VXQR0001.360", 1, 1677, 7, "VXQR0007.MP4");
     for (const char* item : {"VXAA0001.JPG", "VXAA0000.MP4", "VX@Z0001.MP4", "VXA[0001.MP4",
-                             "VXAA000:.MP4", "VPAA0001.MP4"})
+                             "VXAA000:.MP4", "VPAA0001.MP4"}) {
         check(item, 1, 12, 7, "V0120007.MP4");
+    }
     check("WXAA0001.MP4", 1, 12, 7, "W0120007.MP4");
     check("V0120001.MP4", 1, 123456, 7, "V1234560007.");
     check("VXAA0001.MP4", 1, 1002, 7, "VXAB0007.MP4", kDurations);
@@ -72,10 +73,12 @@ void checkModel(uint32_t setting, bool oneBasedChapters) {
 }
 
 TEST(MemberNamesDeathTest, FollowTheItemsNameAndTheModel) {
-    for (uint32_t setting : {24u, 30u, 32u, 33u, 50u, 51u, 53u, 54u, 0x133u})
+    for (uint32_t setting : {24u, 30u, 32u, 33u, 50u, 51u, 53u, 54u, 0x133u}) {
         EXPECT_EXIT(checkModel(setting, true), testing::ExitedWithCode(0), "") << setting;
-    for (uint32_t setting : {0u, 23u, 25u, 31u, 49u, 52u, 55u, 0x134u})
+    }
+    for (uint32_t setting : {0u, 23u, 25u, 31u, 49u, 52u, 55u, 0x134u}) {
         EXPECT_EXIT(checkModel(setting, false), testing::ExitedWithCode(0), "") << setting;
+    }
 
     reset();
     db_item_record photo = {};

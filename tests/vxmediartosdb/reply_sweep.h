@@ -46,8 +46,9 @@ inline void askOnce(const Ask& ask, const Bytes& reply, bool rightToken) {
     reset();
     g_logLevel = UTIL_LOG_DEBUG;
     platform.answer = [&](const Bytes& request) {
-        if (platform.requests.size() > 1)
+        if (platform.requests.size() > 1) {
             return scripted::reply({});
+        }
         const bool mended = rightToken && reply.size() >= kToken + 4;
         return scripted::reply(mended ? with(reply, kToken, wordAt(request, 8)) : reply);
     };
@@ -60,7 +61,7 @@ inline void askOnce(const Ask& ask, const Bytes& reply, bool rightToken) {
 inline std::set<std::string> sweep(const std::string& name, const Bytes& full, const Ask& ask) {
     SCOPED_TRACE(name);
     std::set<std::string> lines;
-    for (size_t length = 0; length <= full.size(); length++) {
+    for (size_t length = 0; length <= full.size(); ++length) {
         SCOPED_TRACE(length);
         askOnce(ask, cut(full, length), true);
         lines.insert(platform.logs.begin(), platform.logs.end());
@@ -68,8 +69,9 @@ inline std::set<std::string> sweep(const std::string& name, const Bytes& full, c
     for (size_t offset = 0; offset + 4 <= full.size(); offset += 4) {
         const uint32_t right = wordAt(full, offset);
         std::set<uint32_t> values = {0, 1, right - 1, right + 1, 0x7FFFFFFF, 1u << 31, ~0u};
-        for (uint32_t kind = 0; right < 15 && kind < 15; kind++)  // every content type and status
+        for (uint32_t kind = 0; right < 15 && kind < 15; ++kind) {  // every content type and status
             values.insert(kind);
+        }
         for (uint32_t value : values) {
             SCOPED_TRACE(testing::Message() << "offset " << offset << " value " << value);
             askOnce(ask, with(full, offset, value), offset != kToken);

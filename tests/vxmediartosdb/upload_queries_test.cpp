@@ -111,7 +111,7 @@ TEST_F(UploadQueries, EndTheWalkWhereThePageEnds) {
     const Bytes video = join({itemRecord(3, "VXMF0012.MP4"), videoInfo(1, 2), Bytes(8)});
     const Bytes page = join({listHeader(4), video, video, video, video});
     g_debug_level = 16;
-    for (size_t length = 0; length <= page.size(); length++) {
+    for (size_t length = 0; length <= page.size(); ++length) {
         platform.logs.clear();
         const size_t whole = length < 40 ? 0 : (length - 40) / video.size();
         const Delivered delivered = walk(cut(page, length));
@@ -189,8 +189,10 @@ TEST_F(UploadQueries, FailWhenTheDatabaseCannotBeReached) {
     EXPECT_EQ(platform.closed, 4);
     for (const char* line :
          {"ERROR:*pBytesRead=-1, RTOS transaction failed.\n", "ERROR:RTOS transaction failed.\n",
-          "ERROR:Failed to ininialize IPC: -1\n", "DEBUG:         list_options video_grouping 1\n"})
+          "ERROR:Failed to ininialize IPC: -1\n",
+          "DEBUG:         list_options video_grouping 1\n"}) {
         EXPECT_TRUE(platform.logged(line)) << line;
+    }
     const std::vector<Bytes> requests = {
         words({0, 4, 0x123, 0, 2, 0xFFFFFB00}), words({0, 4, 0x123, 0, 0, 0x2400}),
         words({10, 1, 0x123}),
@@ -238,9 +240,10 @@ TEST_F(UploadQueries, BearAnyReply) {
         sweep("histogram", join({responseHeader(10, 32), Bytes(128, 7)}), [](const Bytes& reply) {
             std::fill_n(counts, 32, kUntouched);
             EXPECT_EQ(histogram(), 0);
-            for (size_t i = 0; i < 32; i++)
+            for (size_t i = 0; i < 32; ++i) {
                 ASSERT_EQ(counts[i], reply.size() < 20 ? kUntouched : wordOf(reply, 20 + 4 * i))
                     << i;
+            }
         }));
     platform.logs.assign(lines.begin(), lines.end());
     for (const char* line :
@@ -252,8 +255,9 @@ TEST_F(UploadQueries, BearAnyReply) {
           "DEBUG:                list_options sort_order 1\n",
           "DEBUG:filename: V0010001.JPG format: V%03d%04d.JPG\n",
           "WARN :error on IPC received, retrying, status 9\n",
-          "WARN :19 bytes received, expecting 20, retrying\n"})
+          "WARN :19 bytes received, expecting 20, retrying\n"}) {
         EXPECT_TRUE(platform.logged(line)) << line;
+    }
 }
 
 }  // namespace

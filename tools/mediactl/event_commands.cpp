@@ -43,8 +43,9 @@ mqd_t openQueue() {
 }
 
 ssize_t receive(mqd_t queue, std::vector<char>& message, std::optional<double> timeout) {
-    if (!timeout)
+    if (!timeout) {
         return mq_receive(queue, message.data(), message.size(), nullptr);
+    }
     using namespace std::chrono;
     const auto end = system_clock::now().time_since_epoch() +
                      duration_cast<nanoseconds>(duration<double>(*timeout));
@@ -59,29 +60,34 @@ int printEvent(bool json, std::span<const char> bytes) {
     const auto message =
         host::decodeVxmsg({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
     int32_t code = 0;
-    if (!message || message->type != "EV" || message->payload.size() != sizeof code)
+    if (!message || message->type != "EV" || message->payload.size() != sizeof code) {
         return fail("a message of %zu bytes on %s is no event", bytes.size(), kQueue);
+    }
     std::memcpy(&code, message->payload.data(), sizeof code);
-    if (json)
+    if (json) {
         printResult(json, {{"event", code}, {"name", eventName(code)}});
-    else
+    } else {
         std::printf("%d %s\n", code, eventName(code));
+    }
     return kDone;
 }
 
 int listen(bool json, std::optional<double> timeout) {
     const mqd_t queue = openQueue();
     mq_attr attributes = {};
-    if (queue == -1 || mq_getattr(queue, &attributes) != 0)
+    if (queue == -1 || mq_getattr(queue, &attributes) != 0) {
         return fail("the queue %s cannot be opened: %m", kQueue);
+    }
     std::vector<char> message(static_cast<size_t>(attributes.mq_msgsize));
     const ssize_t received = receive(queue, message, timeout);
     const int reason = errno;
     mq_close(queue);
-    if (received >= 0)
+    if (received >= 0) {
         return printEvent(json, {message.data(), static_cast<size_t>(received)});
-    if (reason == ETIMEDOUT)
+    }
+    if (reason == ETIMEDOUT) {
         return fail("no event within %g s", *timeout);
+    }
     return fail("no event can be received from %s: %s", kQueue, std::strerror(reason));
 }
 

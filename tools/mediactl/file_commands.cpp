@@ -37,8 +37,9 @@ const char* reason(int httpStatus) {
 template <typename Ask>
 int askResponse(const std::string& path, Ask ask) {
     RtosConnectionGuard connection;
-    if (connection.result() < 0)
+    if (connection.result() < 0) {
         return fail("the media database cannot be reached (%d)", connection.result());
+    }
     std::array<uint8_t, kResponseBufferSize> response;
     const int status = ask(connection.get(), response.data());
     return status == HTTP_OK ? kDone : fail("%s: %s (%d)", path.c_str(), reason(status), status);
@@ -68,20 +69,24 @@ class FileInfo {
 
   private:
     bool succeeded(const char* query, int result) {
-        if (result != 0)
+        if (result != 0) {
             mStatus = fail("%s failed (%d)", query, result);
+        }
         return result == 0;
     }
 
     void addItem() {
         db_item_record item;
-        if (!succeeded("getContentInfo", getContentInfo(mFs.c_str(), &item)))
+        if (!succeeded("getContentInfo", getContentInfo(mFs.c_str(), &item))) {
             return;
+        }
         mResult["content"] = itemJson(item);
-        if (isGroup(item.content_type))
+        if (isGroup(item.content_type)) {
             addGroup();
-        if (isVideo(item.content_type))
+        }
+        if (isVideo(item.content_type)) {
             addVideo();
+        }
     }
 
     void addGroup() {
@@ -91,8 +96,9 @@ class FileInfo {
         std::array<uint8_t, kMemberMaskSize> highlightMask;
         const int result =
             getGroupContentInfo(mFs.c_str(), &group, &item, mask.data(), highlightMask.data());
-        if (!succeeded("getGroupContentInfo", result))
+        if (!succeeded("getGroupContentInfo", result)) {
             return;
+        }
         const bool hasHighlights = isPhotoGroup(item.content_type) && item.highlight_count != 0;
         mResult["group"] =
             groupJson(group, mask, hasHighlights ? highlightMask : std::span<const uint8_t>());
@@ -103,8 +109,9 @@ class FileInfo {
         std::array<uint32_t, kMaxHighlights> highlights;
         const int result =
             getVideoSpecificInfo(mFs.c_str(), &video, nullptr, highlights.data(), kMaxHighlights);
-        if (!succeeded("getVideoSpecificInfo", result))
+        if (!succeeded("getVideoSpecificInfo", result)) {
             return;
+        }
         const size_t count = std::min<size_t>(video.highlight_count, kMaxHighlights);
         mResult["video"] = videoJson(video, std::span(highlights).first(count));
     }
@@ -112,16 +119,18 @@ class FileInfo {
     void addGumi() {
         db_gumi gumi;
         db_gumi parent;
-        if (!succeeded("getFileGUMI", getFileGUMI(mFs.c_str(), &gumi, &parent)))
+        if (!succeeded("getFileGUMI", getFileGUMI(mFs.c_str(), &gumi, &parent))) {
             return;
+        }
         mResult["gumi"] = gumiJson(gumi);
         mResult["parent_gumi"] = gumiJson(parent);
     }
 
     void addMoreInfo() {
         db_more_info info;
-        if (succeeded("getMoreInfo", getMoreInfo(mFs.c_str(), &info)))
+        if (succeeded("getMoreInfo", getMoreInfo(mFs.c_str(), &info))) {
             mResult["picture"] = moreInfoJson(info);
+        }
     }
 
     std::string mFs;
@@ -131,8 +140,9 @@ class FileInfo {
 
 int info(bool json, const std::string& path) {
     const int found = findFile(path);
-    if (found != kDone)
+    if (found != kDone) {
         return found;
+    }
     const FileInfo file(path);
     printResult(json, file.result());
     return file.status();
@@ -140,12 +150,14 @@ int info(bool json, const std::string& path) {
 
 int gumi(bool json, const std::string& digits) {
     db_gumi gumi;
-    for (size_t i = 0; i < kGumiSize; i++)
+    for (size_t i = 0; i < kGumiSize; ++i) {
         std::from_chars(&digits[2 * i], &digits[2 * i + 2], gumi.bytes[i], 16);
+    }
     std::array<char, sizeof(db_file_name)> fs;
     const int result = getContentInfoByGUMI(&gumi, fs.data());
-    if (result != 0)
+    if (result != 0) {
         return fail("%s: no file of this GUMI (%d)", digits.c_str(), result);
+    }
     const auto name = std::span(fs);
     const std::string path =
         nameText(name.first(kDirNameSize)) + "/" + nameText(name.subspan(kDirNameSize));

@@ -20,13 +20,16 @@ int histogram(bool json) {
     std::array<uint32_t, kHistogramBuckets> counts;
     counts.fill(kNoCount);
     const int result = dbGetMediaHistogram(counts.data(), nullptr, counts.data());
-    if (result != 0)
+    if (result != 0) {
         return fail("the histogram query failed (%d)", result);
-    if (std::ranges::count(counts, kNoCount) == kHistogramBuckets)
+    }
+    if (std::ranges::count(counts, kNoCount) == kHistogramBuckets) {
         return fail("the histogram query got no counts");
+    }
     Listing listing(json, "buckets", {{"bucket", "bucket", 6}, {"count", "count", 10}});
-    for (size_t bucket = 0; bucket < counts.size(); bucket++)
+    for (size_t bucket = 0; bucket < counts.size(); ++bucket) {
         listing.add({{"bucket", bucket}, {"count", counts[bucket]}});
+    }
     listing.end({{"total", std::accumulate(counts.begin(), counts.end(), uint64_t{0})}});
     return kDone;
 }

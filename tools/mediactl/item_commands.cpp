@@ -47,12 +47,14 @@ class ItemListing {
 
     // Prints the latest item, if there is one.
     void flush() {
-        if (mItem.is_null())
+        if (mItem.is_null()) {
             return;
+        }
         mListing.add(mItem);
         if (mFiles) {
-            for (const auto& file : mItem["files"])
+            for (const auto& file : mItem["files"]) {
                 mListing.addNote(file);
+            }
         }
         mItem = nullptr;
     }
@@ -71,7 +73,7 @@ class ItemListing {
 
     void begin(const zep_item_s& item) {
         flush();
-        mCount++;
+        ++mCount;
         mItem = {
             {"content_type", item.content_type},
             {"file", path(item.dir_name, item.file_name)},
@@ -86,8 +88,9 @@ class ItemListing {
             {"clip", item.clip != 0},
             {"size_bytes", item.size_bytes},
         };
-        if (mFiles)
+        if (mFiles) {
             mItem["files"] = Json::array();
+        }
     }
 
     bool mFiles;
@@ -110,18 +113,21 @@ int items(bool json, const ItemOptions& options) {
         const int result = fetch(count, index, &listing, ItemListing::takeItem, &listing,
                                  fileCallback, &listing, &pageSession, &total);
         listing.flush();
-        if (result < 0)
+        if (result < 0) {
             status = fail("the page from item %u on cannot be fetched (%d)", index, result);
-        else if (listed != 0 && pageSession != session)
+        } else if (listed != 0 && pageSession != session) {
             status = fail("the database changed before item %u; list it again", index);
-        else if (listing.count() == listed && index < total)
+        } else if (listing.count() == listed && index < total) {
             status = fail("the database delivers no item %u, but has %u items", index, total);
+        }
         session = pageSession;
-        if (status != kDone || options.start + uint64_t{listing.count()} >= total)
+        if (status != kDone || options.start + uint64_t{listing.count()} >= total) {
             break;
+        }
     }
-    if (status == kDone || listing.count() != 0)
+    if (status == kDone || listing.count() != 0) {
         listing.end(total, session);
+    }
     return status;
 }
 

@@ -19,7 +19,8 @@ int main(int argc, char** argv) {
     addModelCommands(line);
     addResponseCommands(line);
     const int status = line.run(argc, argv);
-    if (std::fflush(stdout) != 0 || std::ferror(stdout))
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
         return fail("the output cannot be written: %m");
+    }
     return status;
 }

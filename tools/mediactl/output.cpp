@@ -19,8 +19,9 @@ std::string jsonText(const Json& value) {
 // Bytes from the database may be anything: what a terminal would act on is not shown.
 std::string printable(std::string text) {
     for (char& character : text) {
-        if (character < ' ' || character > '~')
+        if (character < ' ' || character > '~') {
             character = '?';
+        }
     }
     return text;
 }
@@ -29,28 +30,36 @@ std::string dateText(uint32_t seconds) {
     const auto time = static_cast<time_t>(seconds);
     tm utc = {};
     char text[32] = "";
-    if (gmtime_r(&time, &utc))
+    if (gmtime_r(&time, &utc)) {
         std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &utc);
+    }
     return text;
 }
 
 // A value as people read it; the key says what kind of number it is.
 std::string cellText(const std::string& key, const Json& value) {
-    if (key == "created" || key == "modified")
+    if (key == "created" || key == "modified") {
         return dateText(value);
-    if (key == "content_type")
+    }
+    if (key == "content_type") {
         return contentTypeText(value);
-    if (value.is_null())
+    }
+    if (value.is_null()) {
         return "-";
-    if (value.is_boolean())
+    }
+    if (value.is_boolean()) {
         return value ? "yes" : "no";
-    if (value.is_string())
+    }
+    if (value.is_string()) {
         return printable(value);
-    if (!value.is_array())
+    }
+    if (!value.is_array()) {
         return jsonText(value);
+    }
     std::string list;
-    for (const auto& element : value)
+    for (const auto& element : value) {
         list += (list.empty() ? "" : " ") + cellText("", element);
+    }
     return list.empty() ? "-" : list;
 }
 
@@ -79,47 +88,54 @@ void printCells(const std::vector<Column>& columns, CellOf cellOf) {
 }  // namespace
 
 void printResult(bool json, const Json& result) {
-    if (json)
+    if (json) {
         std::printf("%s\n", jsonText(result).c_str());
-    else
+    } else {
         printMembers(result, 0);
+    }
 }
 
 Listing::Listing(bool json, const char* name, std::initializer_list<Column> columns)
     : mJson(json), mName(name), mColumns(columns) {}
 
 void Listing::begin() {
-    if (mBegun)
+    if (mBegun) {
         return;
+    }
     mBegun = true;
-    if (mJson)
+    if (mJson) {
         std::printf("{\"%s\":[", mName);
-    else
+    } else {
         printCells(mColumns, [](const Column& column) { return std::string(column.title); });
+    }
 }
 
 void Listing::add(const Json& row) {
     begin();
-    if (mJson)
+    if (mJson) {
         std::printf("%s\n%s", mEmpty ? "" : ",", jsonText(row).c_str());
-    else
+    } else {
         printCells(mColumns,
                    [&](const Column& column) { return cellText(column.key, row.at(column.key)); });
+    }
     mEmpty = false;
 }
 
 void Listing::addNote(const std::string& text) {
-    if (!mJson)
+    if (!mJson) {
         std::printf("  %s\n", printable(text).c_str());
+    }
 }
 
 void Listing::end(const Json& summary) {
     begin();
-    if (!mJson)
+    if (!mJson) {
         return;
+    }
     std::printf("]");
-    for (const auto& [key, value] : summary.items())
+    for (const auto& [key, value] : summary.items()) {
         std::printf(",\n\"%s\":%s", key.c_str(), jsonText(value).c_str());
+    }
     std::printf("}\n");
 }
 

@@ -47,8 +47,9 @@ constexpr Attribute kAttributes[] = {
 Json attributeNames(uint32_t attributes) {
     Json names = Json::array();
     for (const auto& attribute : kAttributes) {
-        if (attributes & attribute.bits)
+        if (attributes & attribute.bits) {
             names.push_back(attribute.name);
+        }
     }
     return names;
 }
@@ -65,14 +66,16 @@ Json unmarkedNumbers(const db_group_info& group, std::span<const uint8_t> mask) 
 
 std::string contentTypeText(uint32_t contentType) {
     std::string text = std::to_string(contentType);
-    if (contentType < std::size(kContentTypes))
+    if (contentType < std::size(kContentTypes)) {
         text += std::string(" ") + kContentTypes[contentType];
+    }
     return text;
 }
 
 Json gumiJson(const db_gumi& gumi) {
-    if (std::ranges::all_of(gumi.bytes, [](uint8_t byte) { return byte == 0; }))
+    if (std::ranges::all_of(gumi.bytes, [](uint8_t byte) { return byte == 0; })) {
         return nullptr;
+    }
     const auto digits = hexDigits(std::span(gumi.bytes), HexCase::kUpper);
     return std::string(digits.data(), digits.size());
 }
@@ -98,8 +101,9 @@ Json itemJson(const db_item_record& item) {
 
 Json groupJson(const db_group_info& group, std::span<const uint8_t> memberMask,
                std::span<const uint8_t> highlightMask) {
-    if (group.num_missing == 0)
+    if (group.num_missing == 0) {
         memberMask = {};
+    }
     return {
         {"group_number", uint32_t{group.group_number}},
         {"first_number", uint32_t{group.first_number}},

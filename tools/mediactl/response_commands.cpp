@@ -45,33 +45,38 @@ std::optional<std::string> printedBy(const std::function<int()>& producer) {
         (void)producer();
         dup2(console, STDOUT_FILENO);
     }
-    if (console >= 0)
+    if (console >= 0) {
         close(console);
-    if (!redirected)
+    }
+    if (!redirected) {
         return std::nullopt;
+    }
 
     std::string text;
     char part[4096];
     std::rewind(file.get());
-    while (const size_t size = std::fread(part, 1, sizeof part, file.get()))
+    while (const size_t size = std::fread(part, 1, sizeof part, file.get())) {
         text.append(part, size);
+    }
     return text;
 }
 
 // Prints the body as it is, in one line, or indented.
 void printBody(const std::string& body, bool pretty) {
     const Json document = pretty ? Json::parse(body, nullptr, false) : Json();
-    if (!pretty || document.is_discarded())
+    if (!pretty || document.is_discarded()) {
         std::puts(body.c_str());
-    else
+    } else {
         std::puts(document.dump(4, ' ', false, Json::error_handler_t::replace).c_str());
+    }
 }
 
 // Prints the response, or its body alone as one line of JSON or indented.
 int printResponse(bool json, bool pretty, const std::function<int()>& producer) {
     const auto printed = printedBy(producer);
-    if (!printed)
+    if (!printed) {
         return fail("cannot take the response from standard output: %m");
+    }
     const std::string& response = *printed;
     const size_t start = response.find("HTTP/1.1 ");
     const size_t header = response.find("\r\n\r\n", start);
@@ -80,10 +85,11 @@ int printResponse(bool json, bool pretty, const std::function<int()>& producer) 
         return fail("the query has no response");
     }
     const size_t body = header + 4;
-    if (!json && !pretty)
+    if (!json && !pretty) {
         std::fputs(response.c_str(), stdout);
-    else if (body < response.size())
+    } else if (body < response.size()) {
         printBody(response.substr(body, response.size() - body - 2), pretty);
+    }
     const int status = std::atoi(response.c_str() + response.find(' ', start));
     return status == 200 ? kDone : fail("the response has status %d", status);
 }

@@ -19,12 +19,14 @@ int scan(bool json, const std::string& directory) {
     const int result = dbScanDirectory(directory.c_str(), entries.data(), &count, nullptr);
     Listing listing(json, "files",
                     {{"file_name", "file", -12}, {"word1", "word1", 10}, {"word2", "word2", 10}});
-    for (const auto& entry : std::span(entries).first(count))
+    for (const auto& entry : std::span(entries).first(count)) {
         listing.add({{"file_name", nameText(entry.file_name)},
                      {"word1", uint32_t{entry.word1}},
                      {"word2", uint32_t{entry.word2}}});
-    if (result == 0 || count != 0)
+    }
+    if (result == 0 || count != 0) {
         listing.end({{"directory", directory}});
+    }
     return result == 0 ? kDone : fail("the scan of %s failed (%d)", directory.c_str(), result);
 }
 

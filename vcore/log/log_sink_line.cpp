@@ -1,3 +1,4 @@
+// Builds one line of the log and writes it to its sink.
 #include <cstdlib>
 #include <cstring>
 #include <ctime>

@@ -18,8 +18,9 @@ constexpr int kMaxAttempts = 11;
 int rtosConnectionCtor(rtosConnection* pRtosConn) {
     *pRtosConn = {};
     const int result = vxIpcInit(kChannel, &pRtosConn->endpoint);
-    if (result < 0)
+    if (result < 0) {
         UTIL_LOG(UTIL_LOG_ERROR, "vxIpcInit fail, ret %d\n", result);
+    }
     return result;
 }
 
@@ -38,8 +39,9 @@ int rtosConnectionRecv(rtosConnection* pRtosConn, void* pDest, int szDest) {
     UTIL_ASSERT(pRtosConn);
     UTIL_ASSERT(pDest);
     UTIL_ASSERT(szDest);
-    if (szDest > 0)
+    if (szDest > 0) {
         std::memset(pDest, 0, static_cast<size_t>(szDest));
+    }
     const int received = vxIpcReceive(&pRtosConn->endpoint, pDest, szDest);
     hexDump(Direction::kReceived, pDest, received);
     return received;
@@ -50,7 +52,7 @@ int rtosCall(rtosConnection* pRtosConn, const void* pCmd, int requestLength, voi
     UTIL_ASSERT(pCmd);
     UTIL_ASSERT(pResp);
 
-    for (int attempt = 1; attempt <= kMaxAttempts; attempt++) {
+    for (int attempt = 1; attempt <= kMaxAttempts; ++attempt) {
         const int sent = rtosConnectionSend(pRtosConn, pCmd, requestLength);
         if (sent < 0) {
             retryPause();
@@ -58,8 +60,9 @@ int rtosCall(rtosConnection* pRtosConn, const void* pCmd, int requestLength, voi
             continue;
         }
         const int received = rtosConnectionRecv(pRtosConn, pResp, kResponseBufferSize);
-        if (received >= 0)
+        if (received >= 0) {
             return received;
+        }
         retryPause();
         UTIL_LOG(UTIL_LOG_ERROR, "error on IPC received, retrying, bytesRead %d\n", received);
     }

@@ -17,8 +17,9 @@ class RtosConnectionGuard {
 
     // Closes it before the end of the scope; a second call does nothing.
     void close() {
-        if (mOpen)
+        if (mOpen) {
             rtosConnectionDtor(&mConnection);
+        }
         mOpen = false;
     }
 

@@ -8,11 +8,13 @@
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 int DirectExchange::run(const void* request, size_t requestSize) {
-    if (mConnection.result() < 0)
+    if (mConnection.result() < 0) {
         return mConnection.result();
+    }
     if (!exchange(request, requestSize) ||
-        !hasEntry(*static_cast<const db_request_header*>(request)) || !acceptsContent())
+        !hasEntry(*static_cast<const db_request_header*>(request)) || !acceptsContent()) {
         return -1;
+    }
     logResponse(*header());
     return 0;
 }
@@ -29,15 +31,17 @@ bool DirectExchange::exchange(const void* request, size_t requestSize) {
     mReceived = rtosConnectionRecv(mConnection.get(), mBuffer.data(), kResponseBufferSize);
     UTIL_LOG(UTIL_LOG_DEBUG, mQuery.received, mReceived);
     const bool complete = mReceived >= static_cast<int>(mQuery.minimumResponse);
-    if (!complete)
+    if (!complete) {
         logTooShort();
+    }
     return complete;
 }
 
 bool DirectExchange::hasEntry(const db_request_header& request) {
     db_response_header* response = header();
-    if (response->status != 0)
+    if (response->status != 0) {
         UTIL_LOG(UTIL_LOG_WARN, "vxIpcReceive response status %d\n", uint32_t{response->status});
+    }
     checkToken(response->token, request);
 
     if (response->count_returned == 0) {
@@ -54,11 +58,13 @@ bool DirectExchange::hasEntry(const db_request_header& request) {
 }
 
 bool DirectExchange::acceptsContent() const {
-    if (!mQuery.accepts)
+    if (!mQuery.accepts) {
         return true;
+    }
     const auto* item = answer().read<db_item_record>();
-    if (mQuery.accepts(item->content_type))
+    if (mQuery.accepts(item->content_type)) {
         return true;
+    }
     UTIL_LOG(UTIL_LOG_ERROR, mQuery.refused, uint32_t{item->content_type});
     return false;
 }

@@ -43,11 +43,13 @@ class EntryArray {
     // had.
     bool take(ResultItems items) {
         const size_t room = mEntries.size() - mTaken;
-        for (const auto& item : items.first(std::min(items.size(), room)))
+        for (const auto& item : items.first(std::min(items.size(), room))) {
             keepIfWanted(item);
+        }
         mTaken += std::min(items.size(), room);
-        if (items.size() <= room)
+        if (items.size() <= room) {
             return true;
+        }
         UTIL_LOG(UTIL_LOG_ERROR, "not enough size of file_entries!");
         return false;
     }
@@ -58,10 +60,12 @@ class EntryArray {
   private:
     void keepIfWanted(const scandir_result_item& item) {
         const auto name = terminated(item.file_name);
-        if (name[0] == '\0')
+        if (name[0] == '\0') {
             UTIL_LOG(UTIL_LOG_ERROR, "scandir_result_item filename is empty!");
-        if (mFilter && mFilter(name.data(), kFileNameSize) == 0)
+        }
+        if (mFilter && mFilter(name.data(), kFileNameSize) == 0) {
             return;
+        }
         db_scandir_entry& entry = mEntries[mKept++];
         std::memcpy(entry.file_name, name.data(), name.size());
         entry.word1 = item.word1;
@@ -93,8 +97,9 @@ int checkResponse(const db_scandir_request& request, const db_scandir_response_h
                  uint32_t{response.status});
         return kFailureStatus;
     }
-    if (response.token != request.header.token)
+    if (response.token != request.header.token) {
         UTIL_LOG(UTIL_LOG_WARN, "DB_CMD_NON_DB_SCANDIR response token is not matched!");
+    }
     return 0;
 }
 
@@ -110,17 +115,20 @@ int takeEntries(rtosConnection* connection, MessageBuffer& buffer, int received,
         UTIL_LOG(UTIL_LOG_ERROR, "no scandir_result_item received!");
         result = kNoEntries;
     }
-    if (!entries->take(first))
+    if (!entries->take(first)) {
         return kTooManyEntries;
+    }
 
     for (uint32_t messages = 1;
          messages < header.number_transfers && entries->taken() < header.number_file_names;
-         messages++) {
+         ++messages) {
         const int more = rtosConnectionRecv(connection, buffer.data(), kResponseBufferSize);
-        if (more < static_cast<int>(sizeof(scandir_result_item)))
+        if (more < static_cast<int>(sizeof(scandir_result_item))) {
             break;
-        if (!entries->take(resultItems(buffer, more, 0, kResponseBufferSize)))
+        }
+        if (!entries->take(resultItems(buffer, more, 0, kResponseBufferSize))) {
             return kTooManyEntries;
+        }
     }
     return result;
 }
@@ -131,11 +139,13 @@ int dbScanDirectory(const char* dirName, db_scandir_entry* entries, uint32_t* en
                     db_scandir_filter filter) {
     EntryArray array({entries, *entryCount}, filter);
     *entryCount = 0;
-    if (!hasLength(dirName, kDirNameSize))
+    if (!hasLength(dirName, kDirNameSize)) {
         return kBadDirectoryName;
+    }
     RtosConnectionGuard connection;
-    if (connection.result() < 0)
+    if (connection.result() < 0) {
         return kCannotConnect;
+    }
 
     MessageBuffer buffer;
     db_scandir_request request;
@@ -145,8 +155,9 @@ int dbScanDirectory(const char* dirName, db_scandir_entry* entries, uint32_t* en
     const int received = rtosCall(connection.get(), &request, sizeof request, buffer.data());
     int result = checkResponse(
         request, *reinterpret_cast<const db_scandir_response_header*>(buffer.data()), received);
-    if (result == 0)
+    if (result == 0) {
         result = takeEntries(connection.get(), buffer, received, &array);
+    }
     *entryCount = array.kept();
     return result;
 }

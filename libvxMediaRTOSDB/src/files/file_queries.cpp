@@ -71,10 +71,11 @@ uint32_t highlightsWanted(const db_video_specific_info& info, const uint32_t* hi
                  highlights, maximum, count);
         return 0;
     }
-    if (count > maximum)
+    if (count > maximum) {
         UTIL_LOG(UTIL_LOG_DEBUG,
                  "maxNumberHighlightsExpected %d, vsi->highlight_count %d, only returning %d\n",
                  maximum, count, maximum);
+    }
     if (!highlights) {
         UTIL_LOG(UTIL_LOG_DEBUG, "highlights %p - skipping highlight copy\n", highlights);
         return 0;
@@ -87,14 +88,16 @@ using Mask = std::optional<std::span<const uint8_t>>;
 // Reads the first size bytes of the mask that lies distance bytes ahead; none when they did not
 // all come.
 Mask readMask(RecordReader reader, uint64_t distance, uint64_t size) {
-    if (!reader.readArray<uint8_t>(distance))
+    if (!reader.readArray<uint8_t>(distance)) {
         return std::nullopt;
+    }
     return reader.readArray<uint8_t>(size);
 }
 
 void copyMask(const Mask& mask, uint8_t* output) {
-    if (mask)
+    if (mask) {
         std::copy(mask->begin(), mask->end(), output);
+    }
 }
 
 }  // namespace
@@ -106,8 +109,9 @@ int getContentInfo(const char* fs, db_item_record* ci) {
     }
     return directQuery(kContentInfo, fileRequest(fs), [&](RecordReader answer) {
         const auto* item = answer.read<db_item_record>();
-        if (!item)
+        if (!item) {
             return false;
+        }
         *ci = *item;
         return true;
     });
@@ -122,22 +126,25 @@ int getGroupContentInfo(const char* fs, db_group_info* gci, db_item_record* ci, 
     return directQuery(kGroupContentInfo, fileRequest(fs), [&](RecordReader answer) {
         const auto* item = answer.read<db_item_record>();
         const auto* group = answer.read<db_group_info>();
-        if (!item || !group)
+        if (!item || !group) {
             return false;
+        }
         const bool hasMask = group->num_missing != 0;
         const uint64_t size = (group->last_number - group->first_number) / 8 + 1;
         Mask members;
         Mask highlights;
         if (mask && hasMask) {
             members = readMask(answer, 0, size);
-            if (!members)
+            if (!members) {
                 return false;
+            }
         }
         if (highlightMask && item->highlight_count != 0) {
             highlights = readMask(answer, hasMask ? maskSize(*group) : 0, size);
             // A video's highlights need no mask: only photo groups always have one.
-            if (!highlights && isPhotoGroup(item->content_type))
+            if (!highlights && isPhotoGroup(item->content_type)) {
                 return false;
+            }
         }
         *ci = *item;
         *gci = *group;
@@ -156,15 +163,18 @@ int getVideoSpecificInfo(const char* fs, db_video_specific_info* vsi, db_item_re
     return directQuery(kVideoSpecificInfo, fileRequest(fs), [&](RecordReader answer) {
         const auto* item = answer.read<db_item_record>();
         const auto* info = answer.read<db_video_specific_info>();
-        if (!item || !info)
+        if (!item || !info) {
             return false;
+        }
         const auto values = answer.readArray<u32le>(
             highlightsWanted(*info, highlights, maxNumberHighlightsExpected));
-        if (!values)
+        if (!values) {
             return false;
+        }
         *vsi = *info;
-        if (ci)
+        if (ci) {
             *ci = *item;
+        }
         std::copy(values->begin(), values->end(), highlights);
         return true;
     });
@@ -179,8 +189,9 @@ int getContentInfoByGUMI(const db_gumi* gumi, char* fs) {
     request.gumi = *gumi;
     return directQuery(kContentInfoByGumi, request, [&](RecordReader answer) {
         const auto* name = answer.read<db_file_name>();
-        if (!name)
+        if (!name) {
             return false;
+        }
         std::memcpy(fs, name, sizeof *name);
         return true;
     });
@@ -194,8 +205,9 @@ int getFileGUMI(const char* fs, db_gumi* gumi, db_gumi* parentGumi) {
     return directQuery(kFileGumi, fileRequest(fs), [&](RecordReader answer) {
         const auto* item = answer.read<db_item_record>();
         const auto* own = answer.read<db_gumi>();
-        if (!item || !own)
+        if (!item || !own) {
             return false;
+        }
         *gumi = *own;
         if (parentGumi) {
             const auto* parent = answer.read<db_gumi>();
@@ -213,8 +225,9 @@ int getMoreInfo(const char* fs, db_more_info* mi) {
     }
     return directQuery(kMoreInfo, fileRequest(fs), [&](RecordReader answer) {
         const auto* info = answer.read<db_more_info>();
-        if (!info)
+        if (!info) {
             return false;
+        }
         *mi = *info;
         return true;
     });

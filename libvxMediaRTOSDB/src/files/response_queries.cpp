@@ -17,11 +17,13 @@ int sizeOf(const Response& response) {
 
 // Finds the item record behind the response header. Returns an HTTP status; *item is set with 200.
 int findItem(const Response& response, const db_item_record** item) {
-    if (response.status != HTTP_OK)
+    if (response.status != HTTP_OK) {
         return response.status;
+    }
     const auto* answer = RecordReader(response.bytes).read<db_item_response>();
-    if (!answer)
+    if (!answer) {
         return discardResponse(sizeOf(response));
+    }
     if (answer->item.content_type == DB_CONTENT_TYPE_UNKNOWN_FILE) {
         UTIL_LOG(UTIL_LOG_WARN, "Invalid content type (-1), inferring FILE NOT_FOUND\n");
         return HTTP_NOT_FOUND;
@@ -44,11 +46,13 @@ int findVideo(const Response& response, const db_item_record** item,
               const db_video_specific_info** info) {
     const db_item_record* found = nullptr;
     const int status = findItem(response, &found);
-    if (!found)
+    if (!found) {
         return status;
+    }
     const auto* foundInfo = findVideoInfo(response);
-    if (!foundInfo && isOrdinaryVideo(found->content_type))
+    if (!foundInfo && isOrdinaryVideo(found->content_type)) {
         return discardResponse(sizeOf(response));
+    }
     *item = found;
     *info = foundInfo;
     return HTTP_OK;
@@ -82,12 +86,14 @@ int getMoreInfoResponse(rtosConnection* pRtosConn, const char* pDirName, const c
     *ppMoreInfo = nullptr;
     const Response response =
         askAboutFile(pRtosConn, DB_CMD_MORE_INFO, pDirName, pFileName, pRespBuf);
-    if (response.status != HTTP_OK)
+    if (response.status != HTTP_OK) {
         return response.status;
+    }
 
     const auto* answer = RecordReader(response.bytes).read<db_more_info_response>();
-    if (!answer)
+    if (!answer) {
         return discardResponse(sizeOf(response));
+    }
     *ppMoreInfo = &answer->more_info;
     return HTTP_OK;
 }
@@ -104,8 +110,9 @@ int getFileGUMIResponse(rtosConnection* pRtosConn, const char* pDirName, const c
     const Response response =
         askAboutFile(pRtosConn, DB_CMD_FILE_GUMI, pDirName, pFileName, pRespBuf);
     const int status = findItem(response, ppInfo);
-    if (!*ppInfo)
+    if (!*ppInfo) {
         return status;
+    }
 
     auto* answer = static_cast<db_file_gumi_response*>(pRespBuf);
     if (response.bytes.size() < offsetof(db_file_gumi_response, parent_gumi)) {
@@ -113,11 +120,13 @@ int getFileGUMIResponse(rtosConnection* pRtosConn, const char* pDirName, const c
                  sizeOf(response));
         answer->gumi = {};
     }
-    if (response.bytes.size() < sizeof *answer)
+    if (response.bytes.size() < sizeof *answer) {
         answer->parent_gumi = {};
+    }
     *ppGUMI = &answer->gumi;
-    if ((*ppInfo)->attributes & ITEM_ATTRIBUTE_PARENT_GUMI)
+    if ((*ppInfo)->attributes & ITEM_ATTRIBUTE_PARENT_GUMI) {
         *ppPGUMI = &answer->parent_gumi;
+    }
     return HTTP_OK;
 }
 

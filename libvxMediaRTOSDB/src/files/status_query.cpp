@@ -42,8 +42,9 @@ Response ask(rtosConnection* pRtosConn, DbCommand command, const char* pDirName,
     logRequest(request);
 
     const int received = rtosCall(pRtosConn, &request, sizeof request, pRespBuf);
-    if (!holdsResponseHeader(received))
+    if (!holdsResponseHeader(received)) {
         return {discardResponse(received), {}, received >= 0};
+    }
     auto* header = static_cast<db_response_header*>(pRespBuf);
     logResponse(*header);
     checkToken(header->token, request.header);

@@ -35,19 +35,22 @@ __attribute__((format(printf, 1, 2))) void report(const char* format, ...) {
     va_start(arguments, format);
     const int length = vasprintf(&formatted, format, arguments);
     va_end(arguments);
-    if (length < 0)
+    if (length < 0) {
         return;
+    }
     const std::unique_ptr<char, Free> text(formatted);
 
     char timestamp[kTimestampSize] = {};
     const time_t now = time(nullptr);
     tm local = {};
     tzset();
-    if (localtime_r(&now, &local) != nullptr)
+    if (localtime_r(&now, &local) != nullptr) {
         std::strftime(timestamp, sizeof timestamp, "%b%d %H:%M:%S", &local);
+    }
 
-    if (g_debug_level & kReportToStdout)
+    if (g_debug_level & kReportToStdout) {
         std::printf("%s %s", timestamp, text.get());
+    }
     if (g_debug_level & kReportToFile) {
         if (FILE* file = std::fopen(kDebugFile, "a+")) {
             std::fprintf(file, "%s %s", timestamp, text.get());
@@ -62,12 +65,14 @@ __attribute__((format(printf, 1, 2))) void report(const char* format, ...) {
 }  // namespace
 
 void utilAssertFailed(const char* path, const char* function, int line, const char* condition) {
-    if (reports(kAssertThreshold))
+    if (reports(kAssertThreshold)) {
         report("\033[31mASSERT:%s/%s:%d:%s\n\033[0m", path, function, line, condition);
+    }
     std::exit(-1);
 }
 
 void utilDebugError(const char* function, int line, const char* message) {
-    if (reports(kErrorThreshold))
+    if (reports(kErrorThreshold)) {
         report("[%16s:%4d] ERROR: %s\n", function, line, message);
+    }
 }

@@ -36,8 +36,9 @@ void util_log_print(int level, int line, const char* file, const char* format, .
     const size_t end = fitted ? prefix + static_cast<size_t>(length) : kMessageEnd - 1;
     const size_t room = fitted ? kTextEnd - end : kCutPlaceSize;
     const int place = std::snprintf(buffer + end, room, " @%s:%d", file, line);
-    if (place < 0 || static_cast<size_t>(place) >= room)
+    if (place < 0 || static_cast<size_t>(place) >= room) {
         std::snprintf(buffer + end, room, " ");
+    }
 
     buffer[kBufferSize - 1] = '\0';
     syslog(LOG_ERR, "%s", buffer);

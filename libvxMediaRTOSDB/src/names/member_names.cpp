@@ -29,8 +29,9 @@ bool hasGroupLetters(std::string_view name, std::string_view secondLetters,
 // Group numbers outside the two letters' range keep the letters of the item's own name.
 std::array<char, 2> groupLetters(uint32_t groupNumber, const char* itemName) {
     const uint32_t index = groupNumber - kFirstLetteredGroup;
-    if (index >= kAlphabet * kAlphabet)
+    if (index >= kAlphabet * kAlphabet) {
         return {itemName[2], itemName[3]};
+    }
     return {static_cast<char>('A' + index / kAlphabet), static_cast<char>('A' + index % kAlphabet)};
 }
 
@@ -41,19 +42,23 @@ MemberNames::Form MemberNames::chooseForm(const db_item_record& item, MemberName
     switch (item.content_type) {
         case DB_CONTENT_TYPE_GROUPED_VIDEO:
             if (use == MemberNameUse::kDurations ||
-                hasGroupLetters(name, "HLMX", {".MP4", ".MRV", ".360", ".LRV", ".THM"}))
+                hasGroupLetters(name, "HLMX", {".MP4", ".MRV", ".360", ".LRV", ".THM"})) {
                 return {{name[0], name[1]}, Numbering::kGroupLetters, ".MP4"};
+            }
             return {{name[0]}, Numbering::kGroupNumber, ".MP4"};
         case DB_CONTENT_TYPE_CHAPTERED_VIDEO:
-            if (use == MemberNameUse::kFiles && name.ends_with(".360") && !name.starts_with("VXMF"))
+            if (use == MemberNameUse::kFiles && name.ends_with(".360") &&
+                !name.starts_with("VXMF")) {
                 return {{'V', name[1]}, Numbering::kChapter, ".360"};
+            }
             return {{'V', name[1]}, Numbering::kChapter, ".MP4"};
         case DB_CONTENT_TYPE_BURST:
         case DB_CONTENT_TYPE_TIME_LAPSE_PHOTO:
         case DB_CONTENT_TYPE_NIGHT_LAPSE_PHOTO:
         case DB_CONTENT_TYPE_CONTINUOUS_PHOTO:
-            if (hasGroupLetters(name, "PS", {".JPG"}))
+            if (hasGroupLetters(name, "PS", {".JPG"})) {
                 return {{name[0], name[1]}, Numbering::kGroupLetters, ".JPG"};
+            }
             return {{name[0]}, Numbering::kGroupNumber, ".JPG"};
         default:
             UTIL_LOG(UTIL_LOG_WARN, "content type %d unhandled for group",
@@ -63,21 +68,24 @@ MemberNames::Form MemberNames::chooseForm(const db_item_record& item, MemberName
 }
 
 uint32_t ChapterNumbers::first() {
-    if (!mFirst)
+    if (!mFirst) {
         mFirst = static_cast<uint32_t>(usesOneBasedChapters());
+    }
     return *mFirst;
 }
 
 MemberNames::MemberNames(const db_item_record& item, uint32_t groupNumber, MemberNameUse use,
                          ChapterNumbers& chapters)
     : mItem(item), mGroupNumber(groupNumber), mForm(chooseForm(item, use)) {
-    if (mForm.numbering == Numbering::kChapter)
+    if (mForm.numbering == Numbering::kChapter) {
         mFirstChapter = chapters.first();
+    }
 }
 
 FileNameText MemberNames::name(uint32_t member) const {
-    if (mForm.numbering == Numbering::kChapter && member == 0)
+    if (mForm.numbering == Numbering::kChapter && member == 0) {
         return terminated(mItem.file_name);
+    }
 
     FileNameText text = {};
     const char* const start = mForm.start.data();

@@ -16,8 +16,9 @@ int32_t g_modelNumber = kUnknown;
 }  // namespace
 
 int csiGetModelNumber() {
-    if (g_modelNumber >= 0)
+    if (g_modelNumber >= 0) {
         return g_modelNumber & 0xFF;
+    }
 
     uint8_t value[kSettingSize] = {};
     uint32_t length = 0;

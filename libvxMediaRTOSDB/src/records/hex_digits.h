@@ -18,7 +18,7 @@ constexpr std::array<char, 2 * Size> hexDigits(std::span<const uint8_t, Size> by
                                              : static_cast<unsigned>(letters) + nibble - 10);
     };
     std::array<char, 2 * Size> digits = {};
-    for (size_t i = 0; i < Size; i++) {
+    for (size_t i = 0; i < Size; ++i) {
         digits[2 * i] = digit(bytes[i] >> 4);
         digits[2 * i + 1] = digit(bytes[i] & 0xFu);
     }

@@ -9,44 +9,52 @@ namespace {
 
 ItemStatus readMask(RecordReader& reader, const db_group_info& group,
                     std::span<const uint8_t>* mask) {
-    if (reader.offset() + maskSize(group) > kResponseBufferSize)
+    if (reader.offset() + maskSize(group) > kResponseBufferSize) {
         return ItemStatus::kMaskTooLarge;
+    }
     const auto bytes = reader.readArray<uint8_t>(maskSize(group));
-    if (!bytes)
+    if (!bytes) {
         return ItemStatus::kTooSmall;
+    }
     *mask = *bytes;
     return ItemStatus::kOk;
 }
 
 ItemStatus readGroup(RecordReader& reader, ListItem* item) {
     item->group = reader.read<db_group_info>();
-    if (!item->group)
+    if (!item->group) {
         return ItemStatus::kTooSmall;
+    }
     if (item->group->num_missing != 0) {
         const ItemStatus status = readMask(reader, *item->group, &item->memberMask);
-        if (status != ItemStatus::kOk)
+        if (status != ItemStatus::kOk) {
             return status;
+        }
     }
-    if (isPhotoGroup(item->record->content_type) && item->record->highlight_count != 0)
+    if (isPhotoGroup(item->record->content_type) && item->record->highlight_count != 0) {
         return readMask(reader, *item->group, &item->highlightMask);
+    }
     return ItemStatus::kOk;
 }
 
 ItemStatus readVideo(RecordReader& reader, ListItem* item) {
     item->videoInfo = reader.read<db_video_specific_info>();
-    if (!item->videoInfo)
+    if (!item->videoInfo) {
         return ItemStatus::kTooSmall;
+    }
     const auto highlights = reader.readArray<u32le>(item->videoInfo->highlight_count);
-    if (!highlights)
+    if (!highlights) {
         return ItemStatus::kTooSmall;
+    }
     item->highlights = *highlights;
     return ItemStatus::kOk;
 }
 
 ItemStatus readExtension(RecordReader& reader, const ItemLayout& layout, ListItem* item) {
     const uint32_t contentType = item->record->content_type;
-    if (isPhotoGroup(contentType) || (isVideoGroup(contentType) && layout.groupedVideos))
+    if (isPhotoGroup(contentType) || (isVideoGroup(contentType) && layout.groupedVideos)) {
         return readGroup(reader, item);
+    }
     return isVideo(contentType) ? readVideo(reader, item) : ItemStatus::kOk;
 }
 
@@ -54,18 +62,21 @@ ItemStatus readExtension(RecordReader& reader, const ItemLayout& layout, ListIte
 ItemStatus readOptionalRecords(RecordReader& reader, const ItemLayout& layout, ListItem* item) {
     if (layout.listOptions & LIST_OPTION_INCLUDE_GUMI) {
         item->gumi = reader.read<db_gumi>();
-        if (!item->gumi)
+        if (!item->gumi) {
             return ItemStatus::kTooSmall;
+        }
         if (item->record->attributes & layout.parentGumiAttributes) {
             item->parentGumi = reader.read<db_gumi>();
-            if (!item->parentGumi)
+            if (!item->parentGumi) {
                 return ItemStatus::kTooSmall;
+            }
         }
     }
     if (layout.listOptions & LIST_OPTION_INCLUDE_MORE_INFO) {
         item->moreInfo = reader.read<db_more_info>();
-        if (!item->moreInfo)
+        if (!item->moreInfo) {
             return ItemStatus::kTooSmall;
+        }
     }
     return ItemStatus::kOk;
 }
@@ -83,18 +94,23 @@ ItemStatus readListItem(std::span<const uint8_t> response, size_t offset, const 
     *item = {};
     RecordReader reader(response, offset);
     item->record = reader.read<db_item_record>();
-    if (!item->record)
+    if (!item->record) {
         return ItemStatus::kTooSmall;
-    if (item->record->content_type > DB_CONTENT_TYPE_LAST)
+    }
+    if (item->record->content_type > DB_CONTENT_TYPE_LAST) {
         return ItemStatus::kInvalidContentType;
+    }
 
     ItemStatus status = readOptionalRecords(reader, layout, item);
-    if (status == ItemStatus::kOk)
+    if (status == ItemStatus::kOk) {
         status = readExtension(reader, layout, item);
-    if (status != ItemStatus::kOk)
+    }
+    if (status != ItemStatus::kOk) {
         return status;
+    }
     item->nextOffset = reader.offset();
-    if (item->group && isDamaged(*item->group))
+    if (item->group && isDamaged(*item->group)) {
         logDamagedGroup(*item);
+    }
     return ItemStatus::kOk;
 }

@@ -46,9 +46,10 @@ constexpr bool isPresent(const db_group_info& group, std::span<const uint8_t> me
 // Calls visit(number) for each present member, upwards.
 template <typename Visit>
 void forEachMember(const db_group_info& group, std::span<const uint8_t> memberMask, Visit visit) {
-    for (uint32_t i = 0; i < numberCount(group); i++) {
-        if (isPresent(group, memberMask, i))
+    for (uint32_t i = 0; i < numberCount(group); ++i) {
+        if (isPresent(group, memberMask, i)) {
             visit(group.first_number + i);
+        }
     }
 }
 
@@ -58,10 +59,11 @@ template <typename Visit>
 void forEachUnmarked(const db_group_info& group, std::span<const uint8_t> mask, uint32_t limit,
                      Visit visit) {
     const uint32_t numbers = mask.empty() ? 0 : numberCount(group);
-    for (uint32_t i = 0; i < numbers && limit > 0; i++) {
-        if (isMarked(mask, i))
+    for (uint32_t i = 0; i < numbers && limit > 0; ++i) {
+        if (isMarked(mask, i)) {
             continue;
+        }
         visit(group.first_number + i);
-        limit--;
+        --limit;
     }
 }

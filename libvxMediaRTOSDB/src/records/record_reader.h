@@ -39,8 +39,9 @@ class RecordReader {
     template <typename Record>
     [[nodiscard]] std::optional<std::span<const Record>> readArray(uint64_t count) {
         static_assert(alignof(Record) == 1, "a record may lie at any address");
-        if (mOffset > mBytes.size() || count > (mBytes.size() - mOffset) / sizeof(Record))
+        if (mOffset > mBytes.size() || count > (mBytes.size() - mOffset) / sizeof(Record)) {
             return std::nullopt;
+        }
         const auto* first = reinterpret_cast<const Record*>(mBytes.data() + mOffset);
         mOffset += static_cast<size_t>(count) * sizeof(Record);
         return std::span(first, static_cast<size_t>(count));

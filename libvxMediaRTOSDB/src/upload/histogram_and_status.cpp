@@ -46,8 +46,9 @@ int exchange(const Request& request, uint8_t (&response)[kResponseBufferSize]) {
 
 int dbSetZEPUploadStatus(const char* dirName, const char* fileName, uint32_t uploadStatus,
                          void* token) {
-    if (!hasLength(dirName, kDirNameSize) || !hasLength(fileName, kFileNameSize))
+    if (!hasLength(dirName, kDirNameSize) || !hasLength(fileName, kFileNameSize)) {
         return -1;
+    }
     db_upload_status_request request;
     fillHeader(&request.header, DB_CMD_WRITE_UPLOAD_STATUS, 1, token);
     fillField(request.file.dir_name, dirName);
@@ -65,12 +66,14 @@ int dbGetMediaHistogram(void* token, void*, uint32_t* histogram) {
 
     uint8_t response[kResponseBufferSize];
     const int received = exchange(request, response);
-    if (received < 0)
+    if (received < 0) {
         return received;
+    }
     if (holdsResponseHeader(received)) {
         const auto* counts = RecordReader(response).read<db_histogram_response>();
-        for (size_t i = 0; i < kHistogramBuckets; i++)
+        for (size_t i = 0; i < kHistogramBuckets; ++i) {
             histogram[i] = counts->buckets[i];
+        }
     }
     return 0;
 }

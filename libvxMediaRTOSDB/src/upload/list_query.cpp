@@ -9,8 +9,9 @@
 int queryRTOSdb(uint32_t request_count, uint32_t starting_index, const void* token, void* response,
                 uint32_t list_options, uint32_t query_options, int* pBytesRead) {
     RtosConnectionGuard connection;
-    if (connection.result() < 0)
+    if (connection.result() < 0) {
         return -1;
+    }
 
     db_list_request request;
     fillHeader(&request.header, DB_CMD_LIST, request_count, token);
@@ -34,9 +35,10 @@ int queryRTOSdb(uint32_t request_count, uint32_t starting_index, const void* tok
     }
 
     auto* list = static_cast<db_list_response_header*>(response);
-    if (list->header.status != 0)
+    if (list->header.status != 0) {
         UTIL_LOG(UTIL_LOG_WARN, "error on IPC received, status %d\n",
                  uint32_t{list->header.status});
+    }
     logResponse(*list);
     correctCount(request.header, &list->header, UTIL_LOG_WARN);
     connection.close();

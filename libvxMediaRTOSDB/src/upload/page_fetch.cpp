@@ -1,3 +1,4 @@
+// Fetches one page of an open list query.
 #include "libvxMediaRTOSDB/src/log/elapsed_time.h"
 #include "libvxMediaRTOSDB/src/records/record_reader.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
@@ -34,18 +35,21 @@ int fetchPage(const List& list, uint32_t count, uint32_t startIndex, void* token
     int bytesRead = 0;
     int result = queryRTOSdb(count, startIndex, token, response, list.listOptions,
                              list.queryOptions, &bytesRead);
-    if (result < 0)
+    if (result < 0) {
         return result;
+    }
 
     const std::span received(response, static_cast<size_t>(bytesRead));
     const auto header = wordsReceived<db_list_response_header>(received);
     *sessionId = header.session_id;
-    if (totalEntries)
+    if (totalEntries) {
         *totalEntries = header.total_entries;
+    }
     result = processQueryResponse(response, bytesRead, startIndex, itemCallback, itemContext,
                                   fileCallback, fileContext);
-    if (result != 0)
+    if (result != 0) {
         return result;
+    }
 
     const int returned = static_cast<int>(header.header.count_returned);
     const ElapsedTime::Reading time = elapsed.read();

@@ -27,8 +27,9 @@ using GumiText = std::array<char, 2 * kGumiSize + 1>;
 
 // Returns the text, or null when there is no GUMI.
 const char* writeGumi(const db_gumi* gumi, GumiText* text) {
-    if (!gumi)
+    if (!gumi) {
         return nullptr;
+    }
     const auto digits = hexDigits(std::span(gumi->bytes), HexCase::kUpper);
     *std::ranges::copy(digits, text->begin()).out = '\0';
     return text->data();
@@ -46,8 +47,9 @@ uint64_t groupDurationMs(const ListItem& item, const char* dirName, PageState& p
                             page.chapters);
     uint64_t total = 0;
     forEachMember(*item.group, item.memberMask, [&](uint32_t member) {
-        if (page.silent)
+        if (page.silent) {
             return;
+        }
         uint32_t duration = 0;
         page.silent = !getVideoDuration(dirName, names.name(member).data(), &duration);
         total += duration;
@@ -57,10 +59,11 @@ uint64_t groupDurationMs(const ListItem& item, const char* dirName, PageState& p
 
 uint32_t durationSeconds(const ListItem& item, const char* dirName, PageState& page) {
     uint64_t duration = 0;
-    if (item.videoInfo)
+    if (item.videoInfo) {
         duration = item.videoInfo->duration_ms;
-    else if (isVideoGroup(item.record->content_type))
+    } else if (isVideoGroup(item.record->content_type)) {
         duration = groupDurationMs(item, dirName, page);
+    }
     return static_cast<uint32_t>((duration + 500) / 1000);
 }
 
@@ -72,11 +75,13 @@ void logGroup(const ListItem& item) {
     UTIL_LOG(UTIL_LOG_DEBUG, "groupInfo->num_missing, %d\n", uint32_t{group.num_missing});
     UTIL_LOG(UTIL_LOG_DEBUG, "groupInfo->group_size, %llu\n",
              static_cast<unsigned long long>(group.group_size));
-    if (item.memberMask.empty())
+    if (item.memberMask.empty()) {
         return;
+    }
     UTIL_LOG(UTIL_LOG_DEBUG, "missing:");
-    for (const uint8_t byte : item.memberMask)
+    for (const uint8_t byte : item.memberMask) {
         UTIL_LOG(UTIL_LOG_DEBUG, "%02X ", byte);
+    }
 }
 
 void deliverGroupFiles(const ListItem& item, char* dirName, const char* itemName,
@@ -123,8 +128,9 @@ zep_item_s describe(const ListItem& item, ItemTexts* texts, PageState& page) {
     zepItem.size_bytes = record.size;
     zepItem.dir_name = texts->dirName.data();
     zepItem.file_name = texts->fileName.data();
-    if (item.group)
+    if (item.group) {
         describeGroup(item, &zepItem);
+    }
     zepItem.duration_s = durationSeconds(item, zepItem.dir_name, page);
     zepItem.clip = item.videoInfo && item.videoInfo->clip != 0;
     return zepItem;
@@ -133,14 +139,17 @@ zep_item_s describe(const ListItem& item, ItemTexts* texts, PageState& page) {
 void deliverItem(const ListItem& item, const Callbacks& callbacks, PageState& page) {
     ItemTexts texts;
     zep_item_s zepItem = describe(item, &texts, page);
-    if (callbacks.item)
+    if (callbacks.item) {
         callbacks.item(callbacks.itemContext, &zepItem);
-    if (!callbacks.file)
+    }
+    if (!callbacks.file) {
         return;
-    if (item.group)
+    }
+    if (item.group) {
         deliverGroupFiles(item, texts.dirName.data(), texts.fileName.data(), callbacks, page);
-    else
+    } else {
         callbacks.file(callbacks.fileContext, texts.dirName.data(), texts.fileName.data());
+    }
 }
 
 }  // namespace
@@ -161,7 +170,7 @@ int processQueryResponse(const void* response, int bytesRead, uint32_t startingI
     const int count = static_cast<int>(itemsOfPage(header, startingIndex));
     PageState state;
     size_t offset = sizeof header;
-    for (int done = 0; done < count; done++) {
+    for (int done = 0; done < count; ++done) {
         ListItem item;
         switch (readListItem(page, offset, layout, &item)) {
             case ItemStatus::kOk:

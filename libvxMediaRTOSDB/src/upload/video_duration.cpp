@@ -22,9 +22,10 @@ bool getVideoDuration(const char* dirName, const char* fileName, uint32_t* durat
     const Response response = askAboutFile(connection.get(), DB_CMD_VIDEO_SPECIFIC_INFO, dirName,
                                            fileName, buffer.data());
     // The duration counts without the highlights behind it.
-    if (findVideo(response, &item, &info) == HTTP_OK)
+    if (findVideo(response, &item, &info) == HTTP_OK) {
         *durationMs =
             wordsReceived<db_video_specific_info>(response.bytes, sizeof(db_item_response))
                 .duration_ms;
+    }
     return response.answered;
 }

@@ -41,8 +41,9 @@ inline size_t maxSize(std::string_view text) {
 }
 
 inline char* write(char* place, std::string_view text) {
-    if (!text.empty())
+    if (!text.empty()) {
         std::memcpy(place, text.data(), text.size());
+    }
     return place + text.size();
 }
 
@@ -62,8 +63,9 @@ constexpr size_t maxSize(Number) {
 
 template <std::integral Number>
 char* write(char* place, Number number) {
-    if (number >= 0 && number < 10)
+    if (number >= 0 && number < 10) {
         return write(place, static_cast<char>('0' + number));
+    }
     return std::to_chars(place, place + maxSize(number), number).ptr;
 }
 

@@ -16,11 +16,13 @@ void FileGroups::restart() {
 }
 
 void FileGroups::enter(std::string_view name) {
-    if (mOpen && directory() == name)
+    if (mOpen && directory() == name) {
         return;
+    }
     leave();
-    if (buffered())
+    if (buffered()) {
         mGroup->clear();
+    }
     mGroup->append(here(), std::string_view(mGroups > 0 ? "," : ""), "{\"d\":\"", JsonText{name},
                    "\",\"fs\":[");
     mOpen = true;
@@ -29,28 +31,33 @@ void FileGroups::enter(std::string_view name) {
 }
 
 void FileGroups::leave() {
-    if (!mOpen)
+    if (!mOpen) {
         return;
+    }
     mOpen = false;
-    if (buffered() && mFiles == 0)
+    if (buffered() && mFiles == 0) {
         return;
+    }
     mGroup->append(here(), kClosing);
-    if (buffered())
+    if (buffered()) {
         mPage->append(here(), mGroup->text());
-    mGroups++;
+    }
+    ++mGroups;
 }
 
 TextBuffer* FileGroups::beginFile() {
-    if (mFiles++ > 0)
+    if (mFiles++ > 0) {
         mGroup->append(here(), ",");
+    }
     mObject->append(here(), "{");
     return mObject;
 }
 
 void FileGroups::endFile() {
     mObject->append(here(), "}");
-    if (!buffered())
+    if (!buffered()) {
         return;
+    }
     mGroup->append(here(), mObject->text());
     mObject->clear();
 }

@@ -1,3 +1,4 @@
+// The media list of one request: every page of the data set in one document.
 #include "libvxMediaRTOSDB/src/http/list/file_groups.h"
 #include "libvxMediaRTOSDB/src/http/list/gumi_list.h"
 #include "libvxMediaRTOSDB/src/http/list/list_pages.h"
@@ -38,11 +39,13 @@ int generateMediaList(void* outputHandle, const char* query) {
         UTIL_LOG(UTIL_LOG_ERROR, "parseMediaListQuery ret: %d, query:'%s'", status, query);
         return printErrorResponse(status);
     }
-    if (settings.filter == eDBFILTER_T_GUMI)
+    if (settings.filter == eDBFILTER_T_GUMI) {
         return generateGumiList(outputHandle, query);
+    }
     MediaDBOutputGuard output(outputHandle);
-    if (output.result() < 0)
+    if (output.result() < 0) {
         return printErrorResponse(HTTP_INTERNAL_ERROR);
+    }
 
     const ElapsedTime elapsed;
     RtosConnectionGuard connection;
@@ -52,8 +55,9 @@ int generateMediaList(void* outputHandle, const char* query) {
     if (status == HTTP_OK) {
         status = listPages(connection.get(), planOf(settings), &groups);
         groups.leave();
-        if (!groups.complete())
+        if (!groups.complete()) {
             status = HTTP_INTERNAL_ERROR;
+        }
     }
     connection.close();
 

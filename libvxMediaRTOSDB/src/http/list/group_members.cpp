@@ -19,8 +19,9 @@ GroupMembers::GroupMembers(rtosConnection* connection, const ListItem& group)
 
 MemberAnswer GroupMembers::next(MemberRecord* member) {
     auto answer = MemberAnswer::kAnswered;
-    while (answer == MemberAnswer::kAnswered && !readMember(member))
+    while (answer == MemberAnswer::kAnswered && !readMember(member)) {
         answer = ask();
+    }
     return answer;
 }
 
@@ -31,8 +32,9 @@ bool GroupMembers::readMember(MemberRecord* member) {
         const auto highlights =
             video ? mReader.readArray<u32le>(video->highlight_count) : std::nullopt;
         mRecordsLeft = highlights ? mRecordsLeft - 1 : 0;
-        if (!highlights || !settle(*item))
+        if (!highlights || !settle(*item)) {
             continue;
+        }
         *member = {item, video, *highlights};
         return true;
     }
@@ -45,7 +47,7 @@ bool GroupMembers::settle(const db_item_record& item) {
         settle(std::min<size_t>(1, mUnsettled.size()));
         return false;
     }
-    for (size_t i = 0; i < mUnsettled.size(); i++) {
+    for (size_t i = 0; i < mUnsettled.size(); ++i) {
         if (textOf(mUnsettled[i].file_name) == textOf(item.file_name)) {
             settle(i + 1);
             return true;
@@ -57,8 +59,9 @@ bool GroupMembers::settle(const db_item_record& item) {
 // Settles the first ones of those that the request names.
 void GroupMembers::settle(size_t count) {
     mUnsettled = mUnsettled.subspan(count);
-    for (; count > 0; mFirst++)
+    for (; count > 0; ++mFirst) {
         count -= isPresent(*mGroup.group, mGroup.memberMask, mFirst);
+    }
 }
 
 MemberAnswer GroupMembers::ask() {
@@ -69,8 +72,9 @@ MemberAnswer GroupMembers::ask() {
         return MemberAnswer::kFailed;
     }
     nameMembers();
-    if (mUnsettled.empty())
+    if (mUnsettled.empty()) {
         return MemberAnswer::kNothingLeft;
+    }
 
     fillHeader(&mRequest.header, DB_CMD_VIDEO_SPECIFIC_INFO,
                static_cast<uint32_t>(mUnsettled.size()), &mRequest);
@@ -93,17 +97,19 @@ MemberAnswer GroupMembers::ask() {
     }
     mReader = RecordReader({mResponse, static_cast<size_t>(received)}, sizeof *header);
     mRecordsLeft = notFound ? 0 : uint32_t{header->count_returned};
-    if (mRecordsLeft == 0)
+    if (mRecordsLeft == 0) {
         settle(mUnsettled.size());
+    }
     return MemberAnswer::kAnswered;
 }
 
 void GroupMembers::nameMembers() {
     const db_group_info& group = *mGroup.group;
     size_t named = 0;
-    for (uint32_t i = mFirst; i < numberCount(group) && named < kMaxFilesInRequest; i++) {
-        if (!isPresent(group, mGroup.memberMask, i))
+    for (uint32_t i = mFirst; i < numberCount(group) && named < kMaxFilesInRequest; ++i) {
+        if (!isPresent(group, mGroup.memberMask, i)) {
             continue;
+        }
         db_file_name& file = mRequest.files[named++];
         fillField(file.dir_name, mGroup.record->dir_name);
         fillField(file.file_name, mNames.name(group.first_number + i).data());

@@ -23,8 +23,9 @@ constexpr std::string_view kDataSet = "f=gumi";
 // Takes "KEY=" and the value behind it, up to the next "&", off the query.
 // Returns false when the query does not go on with the key.
 bool takeValue(std::string_view* query, std::string_view key, std::string_view* value) {
-    if (!query->starts_with(key))
+    if (!query->starts_with(key)) {
         return false;
+    }
     query->remove_prefix(key.size());
     *value = query->substr(0, query->find('&'));
     query->remove_prefix(value->size());
@@ -62,8 +63,9 @@ int formatFileGUMIResponse(vxMediaDBOutput* output, const char* pPrepend,
     entry.append(here(), std::string_view(pPrepend), "{\"n\":\"",
                  JsonText{textOf(pInfo->file_name)}, "\"");
     const int status = formatGUMI(output, kAllFields, ",", pGUMI, pPGUMI);
-    if (status == HTTP_OK)
+    if (status == HTTP_OK) {
         entry.append(here(), "}");
+    }
     return status;
 }
 
@@ -81,8 +83,9 @@ int writeFile(vxMediaDBOutput* output, rtosConnection* connection, const char* d
                                         JsonText{file}, "\",\"DNE\":\"1\"}");
         return HTTP_OK;
     }
-    if (status != HTTP_OK)
+    if (status != HTTP_OK) {
         return status;
+    }
     return formatFileGUMIResponse(output, prefix, item, gumi, parentGumi);
 }
 
@@ -100,8 +103,9 @@ int writeGroup(vxMediaDBOutput* output, rtosConnection* connection, Question que
         char file[kFileNameSize + 1] = {};
         name.copy(file, kFileNameSize);
         const int status = writeFile(output, connection, directory, file, prefix);
-        if (status != HTTP_OK)
+        if (status != HTTP_OK) {
             return status;
+        }
         group.append(here(), entry.text());
         entry.clear();
         prefix = ",";
@@ -122,20 +126,25 @@ int generateGumiList(void* outputHandle, const char* query) {
     text.remove_prefix(kDataSet.size());
 
     MediaDBOutputGuard output(outputHandle);
-    if (output.result() < 0)
+    if (output.result() < 0) {
         UTIL_LOG(UTIL_LOG_ERROR, "vxMediaDBOutputCtor ret < 0");
+    }
     RtosConnectionGuard connection;
-    if (connection.result() < 0)
+    if (connection.result() < 0) {
         UTIL_LOG(UTIL_LOG_ERROR, "rtosConnectionCtor ret < 0");
+    }
     const CardIdentity identity;
     int status = statusAtStart(connection, identity);
-    if (status == HTTP_OK && output.result() < 0)
+    if (status == HTTP_OK && output.result() < 0) {
         status = HTTP_INTERNAL_ERROR;
+    }
     Question question;
-    if (status == HTTP_OK)
+    if (status == HTTP_OK) {
         status = parseQuestion(text, &question);
-    if (status == HTTP_OK)
+    }
+    if (status == HTTP_OK) {
         status = writeGroup(output.get(), connection.get(), question);
+    }
 
     printMediaDocument(status, {identity, "", output.get()->localBuffer.text(), ""});
     return finishResponse(status);

@@ -17,14 +17,17 @@ void writeFileKeys(KeyWriter& keys, const db_item_record& item) {
 }
 
 void writeGumiKeys(KeyWriter& keys, const ListItem& item) {
-    if (!item.gumi)
+    if (!item.gumi) {
         return;
-    if (isValid(*item.gumi))
+    }
+    if (isValid(*item.gumi)) {
         keys.hex(FIELD_GUMI, "gumi", item.gumi->bytes);
-    else
+    } else {
         keys.number(FIELD_DOES_NOT_EXIST, "DNE", 1);
-    if (item.parentGumi)
+    }
+    if (item.parentGumi) {
         keys.hex(FIELD_PARENT_GUMI, "pgumi", item.parentGumi->bytes);
+    }
 }
 
 // The keys of a recording that single videos and members share.
@@ -37,8 +40,9 @@ void writeRecordingKeys(KeyWriter& keys, const MemberRecord& recording) {
     keys.number(FIELD_SCORE, "mahs", itemScore(item));
     keys.number(FIELD_HIGHLIGHT_COUNT, "hc", item.highlight_count);
     keys.list(FIELD_HIGHLIGHTS, "\"hi\":[", "]", [&](JoinedText& times) {
-        for (const u32le& time : recording.highlights)
+        for (const u32le& time : recording.highlights) {
             times.add(here(), asSigned(time));
+        }
     });
 }
 
@@ -77,8 +81,9 @@ void addUnmarked(JoinedText& numbers, const db_group_info& group, std::span<cons
 }
 
 void writePhotoGroupKeys(KeyWriter& keys, const ListItem& item, ListStyle style) {
-    if (!keys.selects(FIELD_GROUP))
+    if (!keys.selects(FIELD_GROUP)) {
         return;
+    }
     const db_group_info& group = *item.group;
     const uint32_t highlights = item.record->highlight_count;
     const auto addHighlighted = [&](std::string_view suffix) {
@@ -138,10 +143,12 @@ void writeMemberKeys(KeyWriter& keys, const MemberRecord& member, ListStyle styl
         keys.number(FIELD_SIZE, "s", member.item->size);
     };
     writeFileKeys(keys, *member.item);
-    if (!style.memberSizeLast)
+    if (!style.memberSizeLast) {
         writeSize();
+    }
     keys.flag(FIELD_EIS, "eis", hasAttribute(*member.item, ITEM_ATTRIBUTE_EIS));
     writeRecordingKeys(keys, member);
-    if (style.memberSizeLast)
+    if (style.memberSizeLast) {
         writeSize();
+    }
 }

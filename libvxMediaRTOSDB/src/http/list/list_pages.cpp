@@ -61,12 +61,15 @@ Failure pageEmpty(uint32_t startingIndex) {
 
 // Returns the query option that selects a kind of media, 0 for a kind that is never listed.
 uint32_t queryOptionOf(uint32_t contentType) {
-    if (isOrdinaryVideo(contentType))
+    if (isOrdinaryVideo(contentType)) {
         return QUERY_OPTION_VIDEO;
-    if (contentType == DB_CONTENT_TYPE_SESSION_FILE)
+    }
+    if (contentType == DB_CONTENT_TYPE_SESSION_FILE) {
         return RTOS_DB_QUERY_METADATA_SESSION_FILES;
-    if (contentType <= DB_CONTENT_TYPE_CONTINUOUS_PHOTO)
+    }
+    if (contentType <= DB_CONTENT_TYPE_CONTINUOUS_PHOTO) {
         return QUERY_OPTION_PHOTO;
+    }
     return 0;
 }
 
@@ -135,8 +138,9 @@ int ListPages::run() {
     int retries = 0;
     while (!mComplete && mRequests < mPlan.maxRequests && mStatus == HTTP_OK) {
         const auto failure = listPage();
-        if (!failure)
+        if (!failure) {
             continue;
+        }
         if (retries++ == kMaxRetries) {
             UTIL_LOG(UTIL_LOG_ERROR, failure->exiting, failure->value);
             return HTTP_INTERNAL_ERROR;
@@ -160,22 +164,26 @@ void ListPages::restart() {
 std::optional<Failure> ListPages::exchange(int* received) {
     logListRequest();
     const int sent = rtosConnectionSend(mConnection, &mRequest, mPlan.requestSize);
-    if (sent < 0)
+    if (sent < 0) {
         return sendFailed(sent);
+    }
     *received = rtosConnectionRecv(mConnection, mResponse, sizeof mResponse);
     const auto& header = *reinterpret_cast<const db_response_header*>(mResponse);
-    if (holdsResponseHeader(*received) && header.status != 0)
+    if (holdsResponseHeader(*received) && header.status != 0) {
         return databaseFailed(header.status);
-    if (*received < static_cast<int>(sizeof(db_list_response_header)))
+    }
+    if (*received < static_cast<int>(sizeof(db_list_response_header))) {
         return receiveFailed(*received);
+    }
     return std::nullopt;
 }
 
 std::optional<Failure> ListPages::listPage() {
     int received = 0;
-    if (const auto failure = exchange(&received))
+    if (const auto failure = exchange(&received)) {
         return failure;
-    mRequests++;
+    }
+    ++mRequests;
 
     auto& header = *reinterpret_cast<db_list_response_header*>(mResponse);
     logResponse(header);
@@ -183,10 +191,12 @@ std::optional<Failure> ListPages::listPage() {
     checkToken(header.header.token, mRequest.list.header);
     const uint32_t count = itemsOfPage(header, mRequest.list.starting_index);
     if (const auto failure =
-            listItems({mResponse, static_cast<size_t>(received)}, count, header.list_options))
+            listItems({mResponse, static_cast<size_t>(received)}, count, header.list_options)) {
         return failure;
-    if (!mGroups->complete())
+    }
+    if (!mGroups->complete()) {
         mStatus = HTTP_INTERNAL_ERROR;
+    }
     return planNextRequest(header.total_entries);
 }
 
@@ -202,20 +212,22 @@ std::optional<Failure> ListPages::listItems(std::span<const uint8_t> page, uint3
         .groupedVideos = (listOptions & LIST_OPTION_VIDEO_GROUPING) != 0,
     };
     size_t offset = sizeof(db_list_response_header);
-    for (uint32_t i = 0; i < count && mStatus == HTTP_OK; i++) {
+    for (uint32_t i = 0; i < count && mStatus == HTTP_OK; ++i) {
         ListItem item;
         const ItemStatus itemStatus = readListItem(page, offset, layout, &item);
         if (itemStatus != ItemStatus::kOk) {
             const bool first = i == 0;
-            if (itemStatus == ItemStatus::kInvalidContentType)
+            if (itemStatus == ItemStatus::kInvalidContentType) {
                 return contentTypeInvalid(item.record->content_type);
-            if (!hasImpossibleMasks(item, itemStatus, first))
+            }
+            if (!hasImpossibleMasks(item, itemStatus, first)) {
                 return first ? std::optional(firstItemCut(page.size())) : std::nullopt;
+            }
             logDamagedGroup(item);
             item.nextOffset = page.size();  // where the next item starts cannot be told
         }
         listItem(item);
-        mNextIndex++;
+        ++mNextIndex;
         offset = item.nextOffset;
     }
     return std::nullopt;
@@ -224,10 +236,12 @@ std::optional<Failure> ListPages::listItems(std::span<const uint8_t> page, uint3
 std::optional<Failure> ListPages::planNextRequest(uint32_t totalEntries) {
     db_list_request& next = mRequest.list;
     mComplete = mNextIndex >= totalEntries || next.header.request_count == 0;
-    if (mComplete || mStatus != HTTP_OK)
+    if (mComplete || mStatus != HTTP_OK) {
         return std::nullopt;
-    if (mNextIndex == next.starting_index)
+    }
+    if (mNextIndex == next.starting_index) {
         return pageEmpty(next.starting_index);
+    }
     if (mNextIndex - mPlan.firstRequest.list.starting_index >= kMaxItems) {
         UTIL_LOG(UTIL_LOG_ERROR, "no end after %d of %d items, exiting\n",
                  static_cast<int>(kMaxItems), static_cast<int>(totalEntries));
@@ -243,11 +257,13 @@ std::optional<Failure> ListPages::planNextRequest(uint32_t totalEntries) {
 
 void ListPages::listItem(const ListItem& item) {
     const db_item_record& record = *item.record;
-    if (item.moreInfo)
+    if (item.moreInfo) {
         logMoreInfo(*item.moreInfo);
+    }
     mGroups->enter(textOf(record.dir_name));
-    if (!isListed(record.content_type, mRequest.list.query_options))
+    if (!isListed(record.content_type, mRequest.list.query_options)) {
         return;
+    }
     if (isVideoGroup(record.content_type)) {
         if (item.group) {
             listMembers(item);
@@ -269,8 +285,9 @@ void ListPages::listMembers(const ListItem& item) {
         writeMemberKeys(keys, member, mPlan.style);
         mGroups->endFile();
     }
-    if (answer == MemberAnswer::kFailed)
+    if (answer == MemberAnswer::kFailed) {
         mStatus = HTTP_INTERNAL_ERROR;
+    }
 }
 
 void ListPages::logListRequest() const {

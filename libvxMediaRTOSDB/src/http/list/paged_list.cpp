@@ -1,3 +1,4 @@
+// A piece of the media list, from an item on, for a client that walks it.
 #include "libvxMediaRTOSDB/src/http/list/file_groups.h"
 #include "libvxMediaRTOSDB/src/http/list/list_pages.h"
 #include "libvxMediaRTOSDB/src/http/list/media_document.h"

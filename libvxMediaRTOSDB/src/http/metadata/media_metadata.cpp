@@ -47,8 +47,9 @@ int ask(Metadata& metadata, Query query, Found... found) {
 int requireVideoInfo(Metadata& metadata, const db_video_specific_info** video) {
     const db_item_record* item = nullptr;
     const int status = ask(metadata, getVideoSpecificInfoResponse, &item, video);
-    if (status != HTTP_OK)
+    if (status != HTTP_OK) {
         return status;
+    }
     const uint32_t contentType = item->content_type;
     if (!isVideo(contentType)) {
         UTIL_LOG(UTIL_LOG_ERROR, "not implemented for content_type %d\n", contentType);
@@ -97,10 +98,12 @@ int formatMetadataDur(vxMediaDBOutput* output, const db_video_specific_info& vid
 int writeMetadataVideoInfo(Metadata& metadata) {
     const db_video_specific_info* video = nullptr;
     int status = requireVideoInfo(metadata, &video);
-    if (status == HTTP_OK)
+    if (status == HTTP_OK) {
         status = formatMetadataVideoInfo(metadata.output, *video);
-    if (status == HTTP_OK)
+    }
+    if (status == HTTP_OK) {
         status = writeMoreInfo(metadata, kAllFields);
+    }
     return status;
 }
 
@@ -119,8 +122,9 @@ int writeMetadataInfo(Metadata& metadata, const InfoFields& fields) {
     const db_gumi* gumi = nullptr;
     const db_gumi* parentGumi = nullptr;
     int status = ask(metadata, getFileGUMIResponse, &item, &gumi, &parentGumi);
-    if (status != HTTP_OK)
+    if (status != HTTP_OK) {
         return status;
+    }
 
     const uint32_t contentType = item->content_type;
     const bool video = isOrdinaryVideo(contentType);
@@ -130,13 +134,16 @@ int writeMetadataInfo(Metadata& metadata, const InfoFields& fields) {
 
     status =
         formatContentInfo(metadata.output, video ? fieldMask & ~kOfVideoRecord : fieldMask, item);
-    if (status == HTTP_OK)
+    if (status == HTTP_OK) {
         status = formatGUMI(metadata.output, fieldMask, ",", nullUnlessValid(gumi),
                             nullUnlessValid(parentGumi));
-    if (status == HTTP_OK && video)
+    }
+    if (status == HTTP_OK && video) {
         status = writeVideoInfo(metadata, fieldMask);
-    if (status == HTTP_OK && hasMoreInfo(contentType))
+    }
+    if (status == HTTP_OK && hasMoreInfo(contentType)) {
         status = writeMoreInfo(metadata, fieldMask);
+    }
     return status;
 }
 
@@ -181,11 +188,13 @@ int writeObject(vxMediaDBOutput* output, rtosConnection* connection,
     TextBuffer& entry = output->localEntryBuffer;
     const TextBuffer::Mark start = entry.mark();
     entry.append(here(), "{");
-    if (!entry.complete(start))
+    if (!entry.complete(start)) {
         return HTTP_INTERNAL_ERROR;
+    }
     const int status = writeKeys(metadata);
-    if (status != HTTP_OK)
+    if (status != HTTP_OK) {
         return status;
+    }
     entry.append(here(), "}");
     return entry.complete(start) ? HTTP_OK : HTTP_INTERNAL_ERROR;
 }
@@ -216,12 +225,14 @@ int generateMetadata(void* outputHandle, const char* query) {
         return printErrorResponse(HTTP_INTERNAL_ERROR);
     }
     RtosConnectionGuard connection;
-    if (connection.result() < 0)
+    if (connection.result() < 0) {
         UTIL_LOG(UTIL_LOG_ERROR, "rtosConnectionCtor ret < 0");
+    }
     const CardIdentity identity;  // reading it makes the card's identity, if it has none yet
     status = statusAtStart(connection, identity);
-    if (status == HTTP_OK)
+    if (status == HTTP_OK) {
         status = writeObject(output.get(), connection.get(), &settings);
+    }
 
     printHeader(status);
     if (status == HTTP_OK) {

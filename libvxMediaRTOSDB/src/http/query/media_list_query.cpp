@@ -48,8 +48,9 @@ constexpr DataSet kDataSets[] = {
 
 int parseQueryF(std::string_view query, QuerySettings* pSettings) {
     const int status = parseDataSet(query, kDataSetKey, kDataSets, pSettings);
-    if (pSettings->filter == eDBFILTER_T_UPLOAD)
+    if (pSettings->filter == eDBFILTER_T_UPLOAD) {
         pSettings->whitelistMask = FIELD_UPLOAD_STATUS;
+    }
     return status;
 }
 
@@ -62,15 +63,17 @@ bool addUnsupported(std::string_view name, QuerySettings* pSettings) {
         UTIL_LOG(UTIL_LOG_ERROR, "Insufficient storage for unsupported fields");
         return false;
     }
-    if (separator)
+    if (separator) {
         text[length++] = ',';
+    }
     name.copy(text + length, name.size());
     return true;
 }
 
 std::string_view withoutQuotes(std::string_view text) {
-    if (text.size() < 2 || text.front() != '"' || text.back() != '"')
+    if (text.size() < 2 || text.front() != '"' || text.back() != '"') {
         return text;
+    }
     return text.substr(1, text.size() - 2);
 }
 
@@ -78,8 +81,9 @@ int parseQueryFields(std::string_view query, QuerySettings* pSettings) {
     UTIL_ASSERT(pSettings->unsupported[0] == '\0');
     char buffer[kFieldsValueSize];
     const QueryValue value = readQueryValue(query, kFieldsKey, buffer);
-    if (value.status != HTTP_OK || value.text.empty())
+    if (value.status != HTTP_OK || value.text.empty()) {
         return value.status;
+    }
 
     uint32_t fieldMask = 0;
     bool room = true;  // for unsupported names: the first ones are told, without gaps
@@ -88,8 +92,9 @@ int parseQueryFields(std::string_view query, QuerySettings* pSettings) {
         UTIL_LOG(UTIL_LOG_DEBUG, "    field %.*s\n", static_cast<int>(name.size()), name.data());
         const uint32_t fields = fieldsOf(name);
         fieldMask |= fields;
-        if (fields == 0)
+        if (fields == 0) {
             room = room && addUnsupported(name, pSettings);
+        }
     }
     UTIL_LOG(UTIL_LOG_WARN, "fieldMask = 0x%08X, unsupported %s\n", fieldMask,
              pSettings->unsupported);
@@ -101,10 +106,12 @@ int parseQueryFolder(std::string_view query, QuerySettings* pSettings) {
     UTIL_ASSERT(pSettings->dirName[0] == '\0');
     char buffer[kQueryValueSize];
     const QueryValue value = readQueryValue(query, kFolderKey, buffer);
-    if (value.status != HTTP_OK)
+    if (value.status != HTTP_OK) {
         return value.status;
-    if (value.text.size() > kDirNameSize)
+    }
+    if (value.text.size() > kDirNameSize) {
         return rejectValue(HTTP_BAD_REQUEST, "%s=%s is an invalid value\n", kFolderKey, value);
+    }
     value.text.copy(pSettings->dirName, kDirNameSize);
     return checkNotRepeated(query, kFolderKey);
 }
@@ -135,14 +142,18 @@ int parseMediaListQuery(const char* query, QuerySettings* pSettings) {
 
     const std::string_view text = query;
     int status = parseQueryF(text, pSettings);
-    if (status == HTTP_OK)
+    if (status == HTTP_OK) {
         status = parseQueryFields(text, pSettings);
-    if (status == HTTP_OK)
+    }
+    if (status == HTTP_OK) {
         status = parseQueryFolder(text, pSettings);
-    if (status == HTTP_OK)
+    }
+    if (status == HTTP_OK) {
         status = parseQueryFiles(text, *pSettings);
-    if (status == HTTP_OK)
+    }
+    if (status == HTTP_OK) {
         status = parseQueryStatus(query, static_cast<int>(text.size()), pSettings);
+    }
     if (text.empty()) {
         pSettings->rtosDBQueryOptions = kEverythingQueryOptions;
         pSettings->whitelistMask = kLegacyFields;

@@ -53,16 +53,19 @@ int parseQueryP(std::string_view query, QuerySettings* pSettings) {
     UTIL_ASSERT(pSettings->fileName[0] == '\0');
     char buffer[kQueryValueSize];
     const QueryValue value = readQueryValue(query, kPathKey, buffer);
-    if (value.status != HTTP_OK)
+    if (value.status != HTTP_OK) {
         return value.status;
+    }
 
     std::string_view path = value.text;
     const std::string_view directory = takePiece(&path, '/');
     const std::string_view file = takePiece(&path, '/');
-    if (directory.empty() || directory.size() > kDirNameSize)
+    if (directory.empty() || directory.size() > kDirNameSize) {
         return rejectName("invalid directory name: dir:'%s'\n", directory);
-    if (file.empty() || file.size() > kFileNameSize)
+    }
+    if (file.empty() || file.size() > kFileNameSize) {
         return rejectName("invalid filename: file:'%s'\n", file);
+    }
     directory.copy(pSettings->dirName, kDirNameSize);
     file.copy(pSettings->fileName, kFileNameSize);
     if (!isMediaFileName(file)) {
@@ -83,9 +86,11 @@ int parseMetadataQuery(const char* query, QuerySettings* pSettings) {
 
     const std::string_view text = query;
     int status = parseDataSet(text, kDataSetKey, kDataSets, pSettings);
-    if (status == HTTP_OK)
+    if (status == HTTP_OK) {
         status = parseQueryP(text, pSettings);
-    if (status == HTTP_OK)
+    }
+    if (status == HTTP_OK) {
         status = parseQueryStatus(query, static_cast<int>(text.size()), pSettings);
+    }
     return status;
 }

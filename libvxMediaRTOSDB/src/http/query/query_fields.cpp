@@ -48,8 +48,9 @@ constexpr FieldName kFieldNames[] = {
 
 uint32_t fieldsOf(std::string_view name) {
     for (const FieldName& known : kFieldNames) {
-        if (known.name == name)
+        if (known.name == name) {
             return known.fields;
+        }
     }
     return 0;
 }

@@ -34,8 +34,9 @@ uint32_t settingFilter(uint32_t filter) {
 int parseQueryStatus(const char* query, int queryLength, QuerySettings* pSettings) {
     UTIL_ASSERT(query);
     UTIL_ASSERT(pSettings);
-    if (queryLength < 1)
+    if (queryLength < 1) {
         return HTTP_OK;
+    }
 
     const std::string_view text(query, static_cast<size_t>(queryLength));
     const uint32_t filter = settingFilter(pSettings->filter);
@@ -47,12 +48,14 @@ int parseQueryStatus(const char* query, int queryLength, QuerySettings* pSetting
     };
     char buffer[kQueryValueSize];
     const QueryValue value = readQueryValue(text, key, buffer);
-    if (value.status != HTTP_OK || value.text.empty())
+    if (value.status != HTTP_OK || value.text.empty()) {
         return value.status;
+    }
     if (wanted) {
         uint32_t number = 0;
-        if (!parseNumber(value.text, &number))
+        if (!parseNumber(value.text, &number)) {
             return rejectValue(HTTP_BAD_REQUEST, "%s=%s is an invalid value\n", key, value);
+        }
         pSettings->newUploadStatus = number;
         pSettings->filter = filter;
     }

@@ -9,12 +9,15 @@ namespace {
 
 // Returns the value of a hexadecimal digit, -1 for any other character.
 int hexValue(char digit) {
-    if (digit >= '0' && digit <= '9')
+    if (digit >= '0' && digit <= '9') {
         return digit - '0';
-    if (digit >= 'a' && digit <= 'f')
+    }
+    if (digit >= 'a' && digit <= 'f') {
         return digit - 'a' + 10;
-    if (digit >= 'A' && digit <= 'F')
+    }
+    if (digit >= 'A' && digit <= 'F') {
         return digit - 'A' + 10;
+    }
     return -1;
 }
 
@@ -34,15 +37,19 @@ char takeCharacter(std::string_view* source, bool plusToSpace) {
 }
 
 int decode(std::string_view source, std::span<char> destination, bool plusToSpace) {
-    if (!destination.empty())
+    if (!destination.empty()) {
         destination[0] = '\0';
-    if (source.empty())
+    }
+    if (source.empty()) {
         return 0;
-    if (destination.size() < 2)
+    }
+    if (destination.size() < 2) {
         return -1;
+    }
     size_t length = 0;
-    while (!source.empty() && length + 1 < destination.size())
+    while (!source.empty() && length + 1 < destination.size()) {
         destination[length++] = takeCharacter(&source, plusToSpace);
+    }
     destination[length] = '\0';
     return source.empty() ? static_cast<int>(length) : -1;
 }
@@ -56,13 +63,15 @@ bool isKeyAt(std::string_view query, size_t position, std::string_view key) {
 
 int findValue(std::string_view query, std::string_view key, std::span<char> value, int skip) {
     value[0] = '\0';
-    for (size_t position = 0; position + key.size() < query.size(); position++) {
-        if (!isKeyAt(query, position, key) || skip-- > 0)
+    for (size_t position = 0; position + key.size() < query.size(); ++position) {
+        if (!isKeyAt(query, position, key) || skip-- > 0) {
             continue;
+        }
         const std::string_view rest = query.substr(position + key.size() + 1);
         const int length = decode(rest.substr(0, rest.find('&')), value, true);
-        if (length >= 0)
+        if (length >= 0) {
             return length;
+        }
         return length == -1 ? QUERY_NO_ROOM : QUERY_INTERNAL;
     }
     return QUERY_NOT_FOUND;
@@ -83,11 +92,13 @@ int findQueryValue(const char* query, int queryLength, const char* key, char* va
 
 int findQueryValueN(const char* query, int queryLength, const char* key, char* value, int valueSize,
                     int skip) {
-    if (!value || valueSize < 1)
+    if (!value || valueSize < 1) {
         return QUERY_NO_ROOM;
+    }
     value[0] = '\0';
-    if (!query || queryLength < 1 || !key)
+    if (!query || queryLength < 1 || !key) {
         return QUERY_NOT_FOUND;
+    }
     return findValue({query, static_cast<size_t>(queryLength)}, key,
                      {value, static_cast<size_t>(valueSize)}, std::max(skip, 0));
 }

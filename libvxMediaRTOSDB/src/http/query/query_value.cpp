@@ -12,16 +12,19 @@ int rejectKey(const char* message, const QueryKey& key) {
 }
 
 int checkLookup(int result, const QueryKey& key, const QueryValue& value) {
-    if (result == QUERY_NOT_FOUND)
+    if (result == QUERY_NOT_FOUND) {
         return key.absent ? rejectKey(key.absent, key) : HTTP_OK;
-    if (result == QUERY_NO_ROOM)
+    }
+    if (result == QUERY_NO_ROOM) {
         return rejectValue(HTTP_BAD_REQUEST, key.tooLong, key, value);
+    }
     if (result < 0) {
         UTIL_LOG(UTIL_LOG_ERROR, "Internal failure (%d) while processing %s\n", result, key.name);
         return HTTP_INTERNAL_ERROR;
     }
-    if (value.text.empty() && key.empty)
+    if (value.text.empty() && key.empty) {
         return rejectKey(key.empty, key);
+    }
     return HTTP_OK;
 }
 
@@ -36,8 +39,9 @@ QueryValue readQueryValue(std::string_view query, const QueryKey& key, std::span
 
 int checkNotRepeated(std::string_view query, const QueryKey& key) {
     char ignored[1];
-    if (findValue(query, key.name, ignored, 1) == QUERY_NOT_FOUND)
+    if (findValue(query, key.name, ignored, 1) == QUERY_NOT_FOUND) {
         return HTTP_OK;
+    }
     return rejectKey(key.repeated, key);
 }
 

@@ -18,8 +18,9 @@ void printText(std::string_view text) {
 void printJsonText(std::string_view text) {
     constexpr size_t kPiece = 128;
     char escaped[kLongestEscape * kPiece];
-    for (size_t i = 0; i < text.size(); i += kPiece)
+    for (size_t i = 0; i < text.size(); i += kPiece) {
         printText({escaped, write(escaped, JsonText{text.substr(i, kPiece)})});
+    }
 }
 
 int printErrorResponse(int status) {

@@ -7,14 +7,15 @@ int vxMediaDBOutputCtor(vxMediaDBOutput* pOutput, void* outputHandle) {
     UTIL_ASSERT(pOutput);
     *pOutput = {};
     pOutput->outputHandle = outputHandle;
-    if (!pOutput->localBuffer.allocate(TextBufferKind::kPage))
+    if (!pOutput->localBuffer.allocate(TextBufferKind::kPage)) {
         UTIL_LOG(UTIL_LOG_ERROR, "malloc localBuffer failed medialist\n");
-    else if (!pOutput->localDirectoryBuffer.allocate(TextBufferKind::kDirectory))
+    } else if (!pOutput->localDirectoryBuffer.allocate(TextBufferKind::kDirectory)) {
         UTIL_LOG(UTIL_LOG_ERROR, "malloc localDirectoryBuffer failed medialist\n");
-    else if (!pOutput->localEntryBuffer.allocate(TextBufferKind::kEntry))
+    } else if (!pOutput->localEntryBuffer.allocate(TextBufferKind::kEntry)) {
         UTIL_LOG(UTIL_LOG_ERROR, "malloc localEntryBuffer failed medialist\n");
-    else
+    } else {
         return 0;
+    }
     vxMediaDBOutputDtor(pOutput);
     return -1;
 }

@@ -20,10 +20,11 @@ class JoinedText {
     // The "," is a constant of its own: joined as any prefix, it slows a whole list by a fifth.
     template <typename... Parts>
     void add(SourcePlace place, const Parts&... parts) {
-        if (mFirst)
+        if (mFirst) {
             mBuffer->append(place, mPrefix, parts...);
-        else
+        } else {
             mBuffer->append(place, ',', parts...);
+        }
         mFirst = false;
     }
 
@@ -79,8 +80,9 @@ class KeyWriter {
     // Parts that make up a key and its value.
     template <typename... Parts>
     void write(SourcePlace place, uint32_t field, const Parts&... parts) {
-        if (selects(field))
+        if (selects(field)) {
             mKeys.add(place, parts...);
+        }
     }
 
     // A key whose value is a list: addElements(JoinedText&) adds what stands between the opening
@@ -89,8 +91,9 @@ class KeyWriter {
     void list(uint32_t field, const char (&opening)[OpeningSize],
               const char (&closing)[ClosingSize], AddElements addElements,
               SourcePlace place = here()) {
-        if (!selects(field))
+        if (!selects(field)) {
             return;
+        }
         mKeys.add(place, opening);
         JoinedText elements(mBuffer, "");
         addElements(elements);

@@ -8,8 +8,9 @@
 
 int formatContentInfo(vxMediaDBOutput* pOutput, uint32_t fieldMask, const db_item_record* pInfo) {
     UTIL_ASSERT(pOutput);
-    if (!pInfo)
+    if (!pInfo) {
         return HTTP_OK;
+    }
     const db_item_record& item = *pInfo;
     KeyWriter keys(&pOutput->localEntryBuffer, fieldMask, "");
     keys.text(FIELD_NAME, "n", textOf(item.file_name));
@@ -37,8 +38,9 @@ int formatVideoInfo(vxMediaDBOutput* pOutput, uint32_t fieldMask, const char* pP
                     const db_video_specific_info* pVideoInfo) {
     UTIL_ASSERT(pOutput);
     UTIL_ASSERT(pPrepend);
-    if (!pVideoInfo)
+    if (!pVideoInfo) {
         return HTTP_OK;
+    }
     const db_video_specific_info& video = *pVideoInfo;
     KeyWriter keys(&pOutput->localEntryBuffer, fieldMask, pPrepend);
     writeLs(keys, video);
@@ -56,8 +58,9 @@ int formatMoreInfo(vxMediaDBOutput* pOutput, uint32_t fieldMask, const char* pPr
                    const db_more_info* pMoreInfo) {
     UTIL_ASSERT(pOutput);
     UTIL_ASSERT(pPrepend);
-    if (!pMoreInfo)
+    if (!pMoreInfo) {
         return HTTP_OK;
+    }
     const db_more_info& more = *pMoreInfo;
     KeyWriter keys(&pOutput->localEntryBuffer, fieldMask, pPrepend);
     keys.write(here(), FIELD_DIMENSIONS, "\"w\":\"", asSigned(more.width), "\",\"h\":\"",
@@ -73,11 +76,13 @@ int formatGUMI(vxMediaDBOutput* pOutput, uint32_t fieldMask, const char* pPrepen
                const db_gumi* pGUMI, const db_gumi* pPGUMI) {
     UTIL_ASSERT(pOutput);
     UTIL_ASSERT(pPrepend);
-    if (!pGUMI)
+    if (!pGUMI) {
         return HTTP_OK;
+    }
     KeyWriter keys(&pOutput->localEntryBuffer, fieldMask, pPrepend);
     keys.hex(FIELD_GUMI, "gumi", pGUMI->bytes);
-    if (pPGUMI)
+    if (pPGUMI) {
         keys.hex(FIELD_PARENT_GUMI, "pgumi", pPGUMI->bytes);
+    }
     return keys.status();
 }

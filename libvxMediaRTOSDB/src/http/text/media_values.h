@@ -13,10 +13,12 @@ constexpr bool hasAttribute(const db_item_record& item, uint32_t attributes) {
 }
 
 constexpr std::string_view audioOption(const db_item_record& item) {
-    if (hasAttribute(item, ITEM_ATTRIBUTE_AUDIO_AUTO))
+    if (hasAttribute(item, ITEM_ATTRIBUTE_AUDIO_AUTO)) {
         return "auto";
-    if (hasAttribute(item, ITEM_ATTRIBUTE_AUDIO_WIND))
+    }
+    if (hasAttribute(item, ITEM_ATTRIBUTE_AUDIO_WIND)) {
         return "wind";
+    }
     return hasAttribute(item, ITEM_ATTRIBUTE_AUDIO_STEREO) ? "stereo" : "off";
 }
 

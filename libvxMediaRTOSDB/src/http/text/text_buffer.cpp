@@ -29,8 +29,9 @@ const char* baseName(const char* path) {
 bool TextBuffer::allocate(TextBufferKind kind) {
     *this = {};
     mText = new (std::nothrow) char[limitOf(kind) + 1]();
-    if (!mText)
+    if (!mText) {
         return false;
+    }
     mLimit = limitOf(kind);
     mKind = kind;
     return true;
@@ -59,5 +60,5 @@ void TextBuffer::startAnew(size_t sizeOfParts, SourcePlace place) {
             break;
     }
     clear();
-    mLosses++;
+    ++mLosses;
 }

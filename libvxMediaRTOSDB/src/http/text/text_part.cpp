@@ -40,20 +40,22 @@ char* write(char* place, HexText hex) {
 size_t exactSize(JsonText json) {
     size_t size = 0;
     for (const char character : json.text) {
-        if (isPlain(character))
+        if (isPlain(character)) {
             size += 1;
-        else
+        } else {
             size += isControl(character) ? kControlEscape.size() + 2 : 2;
+        }
     }
     return size;
 }
 
 char* write(char* place, JsonText json) {
     for (const char character : json.text) {
-        if (isPlain(character))
+        if (isPlain(character)) {
             *place++ = character;
-        else
+        } else {
             place = writeEscaped(place, character);
+        }
     }
     return place;
 }

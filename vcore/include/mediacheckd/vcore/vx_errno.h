@@ -1,4 +1,4 @@
-/* The camera's error codes and their names. */
+// The camera's error codes and their names.
 #pragma once
 
 #include <stdint.h>
@@ -39,10 +39,10 @@ struct vxErrnoStr {
 
 #define VX_ERRNO_STR_MAP_SIZE 22
 
-/* Other components find this by name. */
+// Other components find this by name.
 #pragma GCC visibility push(default)
 
-/* Every code with its name; no record marks the end. */
+// Every code with its name; no record marks the end.
 extern const struct vxErrnoStr vxErrnoStrMap[VX_ERRNO_STR_MAP_SIZE];
 
 #pragma GCC visibility pop

@@ -19,5 +19,6 @@ void correctCount(const db_request_header& request, db_response_header* response
 void checkToken(uint32_t responseToken, const db_request_header& request);
 
 // Returns how many items of a list page that starts at an index count: no more than there are from
-// there on in all, by the distance in 32 bits. A cut is logged.
+// there on in all, by the distance in 32 bits. A cut is logged. No response holds 2^31 items: who
+// counts with a sign takes that many for none, who does not meets the response's end first.
 [[nodiscard]] uint32_t itemsOfPage(const db_list_response_header& page, uint32_t startingIndex);

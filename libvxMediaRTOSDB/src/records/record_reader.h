@@ -8,17 +8,25 @@
 #include <optional>
 #include <span>
 
-// Returns the record that starts at offset, as far as its 32-bit words came whole; the others are
-// 0.
+// Returns the record that starts at offset, as far as it came in units of unit bytes; the rest of
+// it is 0.
 template <typename Record>
-[[nodiscard]] Record wordsReceived(std::span<const uint8_t> bytes, size_t offset = 0) {
-    static_assert(alignof(Record) == 1 && sizeof(Record) % sizeof(uint32_t) == 0);
+[[nodiscard]] Record bytesReceived(std::span<const uint8_t> bytes, size_t offset = 0,
+                                   size_t unit = 1) {
+    static_assert(alignof(Record) == 1);
     Record record = {};
     if (offset < bytes.size()) {
         const size_t size = std::min(bytes.size() - offset, sizeof record);
-        std::memcpy(&record, bytes.data() + offset, size - size % sizeof(uint32_t));
+        std::memcpy(&record, bytes.data() + offset, size - size % unit);
     }
     return record;
+}
+
+// The same for a record of 32-bit words: a word that did not come whole is 0.
+template <typename Record>
+[[nodiscard]] Record wordsReceived(std::span<const uint8_t> bytes, size_t offset = 0) {
+    static_assert(sizeof(Record) % sizeof(uint32_t) == 0);
+    return bytesReceived<Record>(bytes, offset, sizeof(uint32_t));
 }
 
 // The records it returns point into the bytes, which must outlive them.

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <string>
 
+#include "vcore/base/signed_word.h"
 #include "vcore/base/standard_output.h"
 #include <mediacheckd/medialist/zep_media_list.h>
 #include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
@@ -19,8 +20,7 @@ void printHistogram(const Histogram& histogram) {
     std::string dump = "\nZEPMediaList::matchHistogram() histogram dump:\n";
     for (unsigned i = 0; i < histogram.size(); ++i) {
         char bucket[32];
-        snprintf(bucket, sizeof bucket, " h[%d]=%d ", static_cast<int>(i),
-                 static_cast<int>(histogram[i]));
+        snprintf(bucket, sizeof bucket, " h[%d]=%d ", signedWord(i), signedWord(histogram[i]));
         dump += bucket;
     }
     vcore::showText(dump += '\n');

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "medialist/list/item_span.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/medialist/zep_media_list.h>
 #include <mediacheckd/vcore/log.h>
 #include <mediacheckd/vcore/tracer.h>
@@ -52,7 +53,7 @@ int ZEPMediaList::countLists() {
     int delivered = 0;
     do {
         VLOG_NOISE("[ZML]: Calling dbGetZEPList index=%d, mMediaStartIndex:%d, mCurrentCount:%d\n",
-                   mIndex, mMediaStartIndex, mCurrentCount);
+                   signedWord(mIndex), mMediaStartIndex, mCurrentCount);
         delivered = countPage(dbGetZEPItems);
     } while (delivered > 0);
     if (delivered < 0 || mTooMany) {
@@ -62,8 +63,8 @@ int ZEPMediaList::countLists() {
 
     mMediaStartIndex = static_cast<int32_t>(mIndex);
     do {
-        VLOG_NOISE("[ZML]: Calling dbGetZEPSessionFileList index=%d, mMediaStartIndex:%d\n", mIndex,
-                   mMediaStartIndex);
+        VLOG_NOISE("[ZML]: Calling dbGetZEPSessionFileList index=%d, mMediaStartIndex:%d\n",
+                   signedWord(mIndex), mMediaStartIndex);
         delivered = countPage(dbGetZEPSessionFileList);
     } while (delivered > 0);
     return delivered;
@@ -83,7 +84,7 @@ int ZEPMediaList::countPage(PageQuery query) {
     }
     if (mTooMany) {
         VLOG_ERROR("[ZML]: countPage: More than %d items, the others are left out.\n",
-                   static_cast<int>(kMaxItems));
+                   signedWord(kMaxItems));
         return 0;
     }
     // A page that claims items and brings none would be asked for again and again.

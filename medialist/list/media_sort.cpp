@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/medialist/sort_rules.h>
 #include <mediacheckd/medialist/stopwatch.h>
 #include <mediacheckd/medialist/zep_media_list.h>
@@ -37,7 +38,9 @@ void ZEPMediaList::logEntries() const {
         return;
     }
     for (const MediaEntry& entry : mEntries) {
-        VLOG_NOISE("[ZML]: %d y:%d d:%d t:%d c:%d s:%d h:%d\n", entry.index(), entry.year(),
-                   entry.yday(), entry.type(), entry.count(), entry.sizeMiB(), entry.highlighted());
+        VLOG_NOISE("[ZML]: %d y:%d d:%d t:%d c:%d s:%d h:%d\n", signedWord(entry.index()),
+                   signedWord(entry.year()), signedWord(entry.yday()), signedWord(entry.type()),
+                   signedWord(entry.count()), signedWord(entry.sizeMiB()),
+                   signedWord(entry.highlighted()));
     }
 }

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "medialist/list/item_span.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/medialist/zep_media_list.h>
 #include <mediacheckd/vcore/log.h>
 #include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
@@ -71,7 +72,8 @@ int ZEPMediaList::getNextMedia(MediaOutput* out, std::vector<UploadRule>& rules)
 int ZEPMediaList::fetchEntry(uint32_t* sessionId) {
     const uint32_t index = mCursor->index();
     const auto sessionFiles = static_cast<uint32_t>(mMediaStartIndex);
-    VLOG_NOISE("[ZML]: Calling dbGetZEPList %p->%d\n", static_cast<const void*>(mCursor), index);
+    VLOG_NOISE("[ZML]: Calling dbGetZEPList %p->%d\n", static_cast<const void*>(mCursor),
+               signedWord(index));
     const int delivered =
         index >= sessionFiles
             ? dbGetZEPSessionFileList(1, index - sessionFiles, mToken, itemCb, this, fileCb, this,
@@ -110,7 +112,7 @@ void ZEPMediaList::itemCb(void* ctx, zep_item_s* item) {
     list.mItemReady = code != kNoCode;
     if (!list.mItemReady) {
         VLOG_WARNING("[ZML]: ZEPMediaList::%s : unknown item type: %d\n", "itemCb",
-                     item->content_type);
+                     signedWord(item->content_type));
         return;
     }
     list.mOut->text1.clear();

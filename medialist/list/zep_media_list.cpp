@@ -1,5 +1,6 @@
 #include <mediacheckd/medialist/zep_media_list.h>
 
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vcore/log.h>
 
 std::string ZEPMediaList::pathPrefix = "/tmp/fuse_d/DCIM/";
@@ -42,7 +43,7 @@ bool ZEPMediaList::enterSession(uint32_t sessionId) {
 const std::vector<uint32_t>* ZEPMediaList::spansOf(uint32_t groupNumber, const char* caller) const {
     const auto group = mSpanMap.find(groupNumber);
     if (group == mSpanMap.end()) {
-        VLOG_ERROR("[ZML]: %s: Missing group in span map: %d\n", caller, groupNumber);
+        VLOG_ERROR("[ZML]: %s: Missing group in span map: %d\n", caller, signedWord(groupNumber));
         return nullptr;
     }
     return &group->second;

@@ -1,5 +1,6 @@
 #include "libvxMediaRTOSDB/src/exchange/db_checks.h"
 
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 void correctCount(const db_request_header& request, db_response_header* response,
@@ -11,15 +12,15 @@ void correctCount(const db_request_header& request, db_response_header* response
     }
     UTIL_LOG(logLevel,
              "command %d requested %d, response returned %d, setting response returned to %d\n",
-             static_cast<int>(request.command_type), static_cast<int>(requested),
-             static_cast<int>(returned), static_cast<int>(requested));
+             signedWord(request.command_type), signedWord(requested), signedWord(returned),
+             signedWord(requested));
     response->count_returned = requested;
 }
 
 void checkToken(uint32_t responseToken, const db_request_header& request) {
     if (responseToken != request.token) {
-        UTIL_LOG(UTIL_LOG_WARN, "Tokens don't match %d %d", static_cast<int>(responseToken),
-                 static_cast<int>(request.token));
+        UTIL_LOG(UTIL_LOG_WARN, "Tokens don't match %d %d", signedWord(responseToken),
+                 signedWord(request.token));
     }
 }
 
@@ -30,7 +31,7 @@ uint32_t itemsOfPage(const db_list_response_header& page, uint32_t startingIndex
         return returned;
     }
     UTIL_LOG(UTIL_LOG_WARN, "%d total_entries, but %d starting_index with %d count_returned\n",
-             uint32_t{page.total_entries}, startingIndex, returned);
-    UTIL_LOG(UTIL_LOG_WARN, "truncating to %d items in this page\n", left);
+             signedWord(page.total_entries), signedWord(startingIndex), signedWord(returned));
+    UTIL_LOG(UTIL_LOG_WARN, "truncating to %d items in this page\n", signedWord(left));
     return left;
 }

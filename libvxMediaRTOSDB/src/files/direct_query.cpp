@@ -3,6 +3,7 @@
 #include "libvxMediaRTOSDB/src/exchange/db_checks.h"
 #include "libvxMediaRTOSDB/src/log/hex_dump.h"
 #include "libvxMediaRTOSDB/src/records/db_log.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/platform/vxipc.h>
 #include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
@@ -40,19 +41,19 @@ bool DirectExchange::exchange(const void* request, size_t requestSize) {
 bool DirectExchange::hasEntry(const db_request_header& request) {
     db_response_header* response = header();
     if (response->status != 0) {
-        UTIL_LOG(UTIL_LOG_WARN, "vxIpcReceive response status %d\n", uint32_t{response->status});
+        UTIL_LOG(UTIL_LOG_WARN, "vxIpcReceive response status %d\n", signedWord(response->status));
     }
     checkToken(response->token, request);
 
     if (response->count_returned == 0) {
         UTIL_LOG(UTIL_LOG_ERROR, "vxIpcReceive response count_returned %d - returning -1\n",
-                 uint32_t{response->count_returned});
+                 signedWord(response->count_returned));
         return false;
     }
     if (response->count_returned > 1) {
         correctCount(request, response, UTIL_LOG_ERROR);
         UTIL_LOG(UTIL_LOG_ERROR, "vxIpcReceive response count_returned %d - using first\n",
-                 uint32_t{response->count_returned});
+                 signedWord(response->count_returned));
     }
     return true;
 }

@@ -10,6 +10,7 @@
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "libvxMediaRTOSDB/src/records/record_reader.h"
 #include "libvxMediaRTOSDB/src/records/request_header.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
@@ -94,7 +95,7 @@ int checkResponse(const db_scandir_request& request, const db_scandir_response_h
     logResponse(response);
     if (response.status != 0) {
         UTIL_LOG(UTIL_LOG_ERROR, "DB_CMD_NON_DB_SCANDIR, error on IPC received, status %d\n",
-                 uint32_t{response.status});
+                 signedWord(response.status));
         return kFailureStatus;
     }
     if (response.token != request.header.token) {

@@ -8,6 +8,7 @@
 #include "libvxMediaRTOSDB/src/files/direct_query.h"
 #include "libvxMediaRTOSDB/src/records/member_mask.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
@@ -68,13 +69,13 @@ uint32_t highlightsWanted(const db_video_specific_info& info, const uint32_t* hi
         UTIL_LOG(UTIL_LOG_DEBUG,
                  "highlights %p, maxNumberHighlightsExpected %d, vsi->highlight_count %d - "
                  "skipping copy\n",
-                 highlights, maximum, count);
+                 highlights, signedWord(maximum), signedWord(count));
         return 0;
     }
     if (count > maximum) {
         UTIL_LOG(UTIL_LOG_DEBUG,
                  "maxNumberHighlightsExpected %d, vsi->highlight_count %d, only returning %d\n",
-                 maximum, count, maximum);
+                 signedWord(maximum), signedWord(count), signedWord(maximum));
     }
     if (!highlights) {
         UTIL_LOG(UTIL_LOG_DEBUG, "highlights %p - skipping highlight copy\n", highlights);

@@ -5,6 +5,7 @@
 #include "libvxMediaRTOSDB/src/records/db_log.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "libvxMediaRTOSDB/src/records/request_header.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
@@ -22,7 +23,8 @@ int httpStatus(uint32_t status) {
         case 4:
             return HTTP_NOT_FOUND;
         default:
-            UTIL_LOG(UTIL_LOG_ERROR, "error on IPC received, exiting, status %d\n", status);
+            UTIL_LOG(UTIL_LOG_ERROR, "error on IPC received, exiting, status %d\n",
+                     signedWord(status));
             return saysNotFound(status) ? HTTP_NOT_FOUND : HTTP_INTERNAL_ERROR;
     }
 }

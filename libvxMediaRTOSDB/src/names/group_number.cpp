@@ -5,6 +5,7 @@
 
 #include "libvxMediaRTOSDB/src/names/member_names.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
@@ -50,6 +51,6 @@ uint32_t groupNumber(const db_item_record& item, const db_group_info& group) {
         return group.group_number;
     }
     const uint32_t number = numberInName(textOf(item.file_name));
-    UTIL_LOG(UTIL_LOG_DEBUG, "using group number %d\n", number);
+    UTIL_LOG(UTIL_LOG_DEBUG, "using group number %d\n", signedWord(number));
     return number;
 }

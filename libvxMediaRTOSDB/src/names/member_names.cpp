@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/model_number.h>
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
@@ -62,7 +63,7 @@ MemberNames::Form MemberNames::chooseForm(const db_item_record& item, MemberName
             return {{name[0]}, Numbering::kGroupNumber, ".JPG"};
         default:
             UTIL_LOG(UTIL_LOG_WARN, "content type %d unhandled for group",
-                     uint32_t{item.content_type});
+                     signedWord(item.content_type));
             return {{}, Numbering::kNone, ""};
     }
 }
@@ -89,8 +90,8 @@ FileNameText MemberNames::name(uint32_t member) const {
 
     FileNameText text = {};
     const char* const start = mForm.start.data();
-    const int group = static_cast<int>(mGroupNumber);
-    const int number = static_cast<int>(member + mFirstChapter);
+    const int group = signedWord(mGroupNumber);
+    const int number = signedWord(member + mFirstChapter);
     switch (mForm.numbering) {
         case Numbering::kNone:
             break;

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/platform/csi.h>
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
@@ -31,7 +32,7 @@ int csiGetModelNumber() {
     }
     if (length == 0) {
         UTIL_LOG(UTIL_LOG_ERROR, "csi_get invalid len, %d - using model number CAMERA_ID_ORVANE\n",
-                 length);
+                 signedWord(length));
         return CAMERA_ID_ORVANE;
     }
     std::memcpy(&g_modelNumber, value, sizeof g_modelNumber);

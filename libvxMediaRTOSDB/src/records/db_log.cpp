@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
@@ -12,8 +13,8 @@ int flag(uint32_t word, uint32_t bit) {
 }
 
 void logCommandAndCount(const db_request_header& request) {
-    UTIL_LOG(UTIL_LOG_DEBUG, "Request: command_type %d\n", uint32_t{request.command_type});
-    UTIL_LOG(UTIL_LOG_DEBUG, "         request_count %d\n", uint32_t{request.request_count});
+    UTIL_LOG(UTIL_LOG_DEBUG, "Request: command_type %d\n", signedWord(request.command_type));
+    UTIL_LOG(UTIL_LOG_DEBUG, "         request_count %d\n", signedWord(request.request_count));
 }
 
 void logFileName(const db_file_name& file) {
@@ -30,7 +31,7 @@ void logRequest(const db_request_header& request) {
 
 void logRequest(const db_list_request& request) {
     logRequest(request.header);
-    UTIL_LOG(UTIL_LOG_DEBUG, "         starting_index %d\n", uint32_t{request.starting_index});
+    UTIL_LOG(UTIL_LOG_DEBUG, "         starting_index %d\n", signedWord(request.starting_index));
     UTIL_LOG(UTIL_LOG_DEBUG, "         list_options sort_order %d\n",
              flag(request.list_options, LIST_OPTION_SORT_ORDER));
     UTIL_LOG(UTIL_LOG_DEBUG, "         list_options video_grouping %d\n",
@@ -67,18 +68,19 @@ void logRequest(const db_scandir_request& request) {
 }
 
 void logResponse(const db_response_header& response) {
-    UTIL_LOG(UTIL_LOG_DEBUG, "ResponseHeader: command_type %d\n", uint32_t{response.command_type});
-    UTIL_LOG(UTIL_LOG_DEBUG, "                status %d\n", uint32_t{response.status});
+    UTIL_LOG(UTIL_LOG_DEBUG, "ResponseHeader: command_type %d\n",
+             signedWord(response.command_type));
+    UTIL_LOG(UTIL_LOG_DEBUG, "                status %d\n", signedWord(response.status));
     UTIL_LOG(UTIL_LOG_DEBUG, "                count_returned %d\n",
-             uint32_t{response.count_returned});
+             signedWord(response.count_returned));
     UTIL_LOG(UTIL_LOG_DEBUG, "                rtos_db_version %d\n",
-             uint32_t{response.rtos_db_version});
+             signedWord(response.rtos_db_version));
     UTIL_LOG(UTIL_LOG_DEBUG, "                token 0x%08X\n", uint32_t{response.token});
 }
 
 void logResponse(const db_list_response_header& response) {
     logResponse(response.header);
-    UTIL_LOG(UTIL_LOG_DEBUG, "                start_index %d\n", uint32_t{response.start_index});
+    UTIL_LOG(UTIL_LOG_DEBUG, "                start_index %d\n", signedWord(response.start_index));
     UTIL_LOG(UTIL_LOG_DEBUG, "                list_options sort_order %d\n",
              flag(response.list_options, LIST_OPTION_SORT_ORDER));
     UTIL_LOG(UTIL_LOG_DEBUG, "                list_options video_grouping %d\n",
@@ -90,14 +92,14 @@ void logResponse(const db_list_response_header& response) {
     UTIL_LOG(UTIL_LOG_DEBUG, "                query_options 0x%08X\n",
              uint32_t{response.query_options});
     UTIL_LOG(UTIL_LOG_DEBUG, "                total_entries %d\n",
-             uint32_t{response.total_entries});
+             signedWord(response.total_entries));
     UTIL_LOG(UTIL_LOG_DEBUG, "                session_id 0x%08X\n", uint32_t{response.session_id});
 }
 
 void logResponse(const db_scandir_response_header& response) {
-    UTIL_LOG(UTIL_LOG_DEBUG, "ResponseHeader: status %d\n", uint32_t{response.status});
+    UTIL_LOG(UTIL_LOG_DEBUG, "ResponseHeader: status %d\n", signedWord(response.status));
     UTIL_LOG(UTIL_LOG_DEBUG, "                number_file_names %d\n",
-             uint32_t{response.number_file_names});
+             signedWord(response.number_file_names));
     UTIL_LOG(UTIL_LOG_DEBUG, "                number_transfers %d\n",
-             uint32_t{response.number_transfers});
+             signedWord(response.number_transfers));
 }

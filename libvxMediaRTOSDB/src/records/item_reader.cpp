@@ -2,6 +2,7 @@
 
 #include "libvxMediaRTOSDB/src/records/member_mask.h"
 #include "libvxMediaRTOSDB/src/records/record_reader.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
@@ -85,8 +86,8 @@ ItemStatus readOptionalRecords(RecordReader& reader, const ItemLayout& layout, L
 
 void logDamagedGroup(const ListItem& item) {
     UTIL_LOG(UTIL_LOG_ERROR, "damaged group %.8s/%.12s: first_number %d, last_number %d\n",
-             item.record->dir_name, item.record->file_name, uint32_t{item.group->first_number},
-             uint32_t{item.group->last_number});
+             item.record->dir_name, item.record->file_name, signedWord(item.group->first_number),
+             signedWord(item.group->last_number));
 }
 
 ItemStatus readListItem(std::span<const uint8_t> response, size_t offset, const ItemLayout& layout,

@@ -4,6 +4,7 @@
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
 #include "libvxMediaRTOSDB/src/records/db_log.h"
 #include "libvxMediaRTOSDB/src/records/request_header.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 int queryRTOSdb(uint32_t request_count, uint32_t starting_index, const void* token, void* response,
@@ -21,7 +22,8 @@ int queryRTOSdb(uint32_t request_count, uint32_t starting_index, const void* tok
     logRequest(request);
     UTIL_LOG(UTIL_LOG_DEBUG,
              "queryRTOSdb() req->command_type:%d, list_options:0x%x,%d, query_options:0x%x,%d",
-             DB_CMD_LIST, list_options, list_options, query_options, query_options);
+             signedWord(DB_CMD_LIST), list_options, signedWord(list_options), query_options,
+             signedWord(query_options));
 
     *pBytesRead = rtosCall(connection.get(), &request, sizeof request, response);
     if (*pBytesRead < 0) {
@@ -37,7 +39,7 @@ int queryRTOSdb(uint32_t request_count, uint32_t starting_index, const void* tok
     auto* list = static_cast<db_list_response_header*>(response);
     if (list->header.status != 0) {
         UTIL_LOG(UTIL_LOG_WARN, "error on IPC received, status %d\n",
-                 uint32_t{list->header.status});
+                 signedWord(list->header.status));
     }
     logResponse(*list);
     correctCount(request.header, &list->header, UTIL_LOG_WARN);

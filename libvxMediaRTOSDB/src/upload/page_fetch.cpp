@@ -1,6 +1,7 @@
 // Fetches one page of an open list query.
 #include "libvxMediaRTOSDB/src/log/elapsed_time.h"
 #include "libvxMediaRTOSDB/src/records/record_reader.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 #include <mediacheckd/vxMediaRTOSDB/list_query.h>
 #include <mediacheckd/vxMediaRTOSDB/page_walker.h>
@@ -51,7 +52,7 @@ int fetchPage(const List& list, uint32_t count, uint32_t startIndex, void* token
         return result;
     }
 
-    const int returned = static_cast<int>(header.header.count_returned);
+    const int returned = signedWord(header.header.count_returned);
     const ElapsedTime::Reading time = elapsed.read();
     UTIL_LOG(UTIL_LOG_DEBUG, list.timeFormat, time.seconds, time.microseconds, returned);
     return returned;

@@ -11,6 +11,7 @@
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "libvxMediaRTOSDB/src/records/record_reader.h"
 #include "libvxMediaRTOSDB/src/upload/video_duration.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
@@ -69,10 +70,10 @@ uint32_t durationSeconds(const ListItem& item, const char* dirName, PageState& p
 
 void logGroup(const ListItem& item) {
     const db_group_info& group = *item.group;
-    UTIL_LOG(UTIL_LOG_DEBUG, "\n\ngroupInfo->group_number, %d\n", uint32_t{group.group_number});
-    UTIL_LOG(UTIL_LOG_DEBUG, "groupInfo->first_number, %d\n", uint32_t{group.first_number});
-    UTIL_LOG(UTIL_LOG_DEBUG, "groupInfo->last_number, %d\n", uint32_t{group.last_number});
-    UTIL_LOG(UTIL_LOG_DEBUG, "groupInfo->num_missing, %d\n", uint32_t{group.num_missing});
+    UTIL_LOG(UTIL_LOG_DEBUG, "\n\ngroupInfo->group_number, %d\n", signedWord(group.group_number));
+    UTIL_LOG(UTIL_LOG_DEBUG, "groupInfo->first_number, %d\n", signedWord(group.first_number));
+    UTIL_LOG(UTIL_LOG_DEBUG, "groupInfo->last_number, %d\n", signedWord(group.last_number));
+    UTIL_LOG(UTIL_LOG_DEBUG, "groupInfo->num_missing, %d\n", signedWord(group.num_missing));
     UTIL_LOG(UTIL_LOG_DEBUG, "groupInfo->group_size, %llu\n",
              static_cast<unsigned long long>(group.group_size));
     if (item.memberMask.empty()) {
@@ -167,7 +168,7 @@ int processQueryResponse(const void* response, int bytesRead, uint32_t startingI
     };
     const Callbacks callbacks = {itemCallback, itemContext, fileCallback, fileContext};
 
-    const int count = static_cast<int>(itemsOfPage(header, startingIndex));
+    const int count = signedWord(itemsOfPage(header, startingIndex));
     PageState state;
     size_t offset = sizeof header;
     for (int done = 0; done < count; ++done) {
@@ -184,7 +185,7 @@ int processQueryResponse(const void* response, int bytesRead, uint32_t startingI
                 return -1;
             case ItemStatus::kInvalidContentType:
                 UTIL_LOG(UTIL_LOG_ERROR, "Invalid content type: %d\n",
-                         uint32_t{item.record->content_type});
+                         signedWord(item.record->content_type));
                 return -1;
         }
         deliverItem(item, callbacks, state);

@@ -9,6 +9,7 @@
 #include "libvxMediaRTOSDB/src/records/member_mask.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "libvxMediaRTOSDB/src/records/request_header.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 GroupMembers::GroupMembers(rtosConnection* connection, const ListItem& group)
@@ -92,7 +93,7 @@ MemberAnswer GroupMembers::ask() {
     const bool notFound = saysNotFound(header->status);
     if (header->status != 0 && !notFound) {
         UTIL_LOG(UTIL_LOG_ERROR, "error on IPC received, exiting, status %d\n",
-                 uint32_t{header->status});
+                 signedWord(header->status));
         return MemberAnswer::kFailed;
     }
     mReader = RecordReader({mResponse, static_cast<size_t>(received)}, sizeof *header);

@@ -12,6 +12,7 @@
 #include "libvxMediaRTOSDB/src/records/member_mask.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "libvxMediaRTOSDB/src/records/request_header.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
@@ -40,12 +41,12 @@ Failure receiveFailed(int received) {
 
 Failure databaseFailed(uint32_t status) {
     return {"error on IPC received, retrying, status %d\n",
-            "error on IPC received, exiting, status %d\n", static_cast<int>(status)};
+            "error on IPC received, exiting, status %d\n", signedWord(status)};
 }
 
 Failure contentTypeInvalid(uint32_t contentType) {
     return {"invalid content type, retrying, content_type %d\n",
-            "invalid content type, exiting, content_type %d\n", static_cast<int>(contentType)};
+            "invalid content type, exiting, content_type %d\n", signedWord(contentType)};
 }
 
 Failure firstItemCut(size_t received) {
@@ -56,7 +57,7 @@ Failure firstItemCut(size_t received) {
 Failure pageEmpty(uint32_t startingIndex) {
     return {"no items before the list's end, retrying, starting_index %d\n",
             "no items before the list's end, exiting, starting_index %d\n",
-            static_cast<int>(startingIndex)};
+            signedWord(startingIndex)};
 }
 
 // Returns the query option that selects a kind of media, 0 for a kind that is never listed.
@@ -80,22 +81,23 @@ bool isListed(uint32_t contentType, uint32_t queryOptions) {
 
 void logMoreInfo(const db_more_info& info) {
     UTIL_LOG(UTIL_LOG_DEBUG, "Received db_more_info: \n");
-    UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.width = %d\n", uint32_t{info.width});
-    UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.height = %d\n", uint32_t{info.height});
+    UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.width = %d\n", signedWord(info.width));
+    UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.height = %d\n", signedWord(info.height));
     UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.frame_rate_numerator = %d\n",
-             uint32_t{info.frame_rate_numerator});
+             signedWord(info.frame_rate_numerator));
     UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.frame_rate_denominator = %d\n",
-             uint32_t{info.frame_rate_denominator});
-    UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.is_progressive = %d\n", uint32_t{info.is_progressive});
-    UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.is_subsampled = %d\n", uint32_t{info.is_subsampled});
+             signedWord(info.frame_rate_denominator));
+    UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.is_progressive = %d\n",
+             signedWord(info.is_progressive));
+    UTIL_LOG(UTIL_LOG_DEBUG, "    more_info.is_subsampled = %d\n", signedWord(info.is_subsampled));
 }
 
 void logUngroupedVideo(const db_item_record& item) {
     UTIL_LOG(UTIL_LOG_DEBUG,
              "videogrouping=0, Grouped video content type %d, for file %.08s/%.12s\n",
-             uint32_t{item.content_type}, item.dir_name, item.file_name);
+             signedWord(item.content_type), item.dir_name, item.file_name);
     UTIL_LOG(UTIL_LOG_DEBUG, "Treating file type %d as DB_CONTENT_TYPE_SINGLE_VIDEO\n",
-             uint32_t{item.content_type});
+             signedWord(item.content_type));
 }
 
 // Tells whether an item that could not be read whole is a group whose masks will never come: its
@@ -243,8 +245,8 @@ std::optional<Failure> ListPages::planNextRequest(uint32_t totalEntries) {
         return pageEmpty(next.starting_index);
     }
     if (mNextIndex - mPlan.firstRequest.list.starting_index >= kMaxItems) {
-        UTIL_LOG(UTIL_LOG_ERROR, "no end after %d of %d items, exiting\n",
-                 static_cast<int>(kMaxItems), static_cast<int>(totalEntries));
+        UTIL_LOG(UTIL_LOG_ERROR, "no end after %d of %d items, exiting\n", signedWord(kMaxItems),
+                 signedWord(totalEntries));
         mStatus = HTTP_INTERNAL_ERROR;
     }
     const db_list_request& measure = mPlan.asksForAsManyAgain ? mPlan.firstRequest.list : next;
@@ -303,8 +305,9 @@ void ListPages::logListRequest() const {
     UTIL_LOG(UTIL_LOG_DEBUG,
              "dbGetPagedList() req->command_type:%d, list_options:0x%x,%d, query_options:0x%x,%d, "
              "param1:0x%x,%d, param2:0x%x,%d",
-             uint32_t{list.header.command_type}, listOptions, listOptions, queryOptions,
-             queryOptions, param1, param1, param2, param2);
+             signedWord(list.header.command_type), listOptions, signedWord(listOptions),
+             queryOptions, signedWord(queryOptions), param1, signedWord(param1), param2,
+             signedWord(param2));
     logRequest(mRequest);
 }
 

@@ -6,6 +6,7 @@
 #include "libvxMediaRTOSDB/src/http/text/media_values.h"
 #include "libvxMediaRTOSDB/src/http/text/video_keys.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
+#include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 #include <mediacheckd/vxMediaRTOSDB/media_formatters.h>
@@ -52,11 +53,12 @@ int requireVideoInfo(Metadata& metadata, const db_video_specific_info** video) {
     }
     const uint32_t contentType = item->content_type;
     if (!isVideo(contentType)) {
-        UTIL_LOG(UTIL_LOG_ERROR, "not implemented for content_type %d\n", contentType);
+        UTIL_LOG(UTIL_LOG_ERROR, "not implemented for content_type %d\n", signedWord(contentType));
         return HTTP_NOT_IMPLEMENTED;
     }
     if (!*video) {
-        UTIL_LOG(UTIL_LOG_ERROR, "no video information for content_type %d\n", contentType);
+        UTIL_LOG(UTIL_LOG_ERROR, "no video information for content_type %d\n",
+                 signedWord(contentType));
         return HTTP_INTERNAL_ERROR;
     }
     return HTTP_OK;
@@ -175,7 +177,7 @@ int writeKeys(Metadata& metadata) {
         case eDBFILTER_T_SET_UPLOAD:
             return setAndWriteUploadKey(metadata);
         default:
-            UTIL_LOG(UTIL_LOG_ERROR, "Invalid dataSet (%d)", metadata.settings->filter);
+            UTIL_LOG(UTIL_LOG_ERROR, "Invalid dataSet (%d)", signedWord(metadata.settings->filter));
             return HTTP_INTERNAL_ERROR;
     }
 }

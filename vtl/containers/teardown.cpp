@@ -1,6 +1,6 @@
-#include "vtl/teardown.h"
+#include "vtl/containers/teardown.h"
 
-#include "vtl/container.h"
+#include "vtl/containers/container.h"
 #include <mediacheckd/vtl/list.h>
 #include <mediacheckd/vtl/memory.h>
 

@@ -2,7 +2,7 @@
 // value that is no such container has, gives 1.
 #pragma once
 
-#include "vtl/record.h"
+#include "vtl/values/record.h"
 #include <mediacheckd/vtl/chain.h>
 
 namespace vtl {

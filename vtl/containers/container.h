@@ -1,8 +1,8 @@
 // What list, stack and dict share: a record that refers to a chain.
 #pragma once
 
-#include "vtl/record.h"
-#include "vtl/teardown.h"
+#include "vtl/containers/teardown.h"
+#include "vtl/values/record.h"
 #include <mediacheckd/vtl/chain.h>
 #include <mediacheckd/vtl/value.h>
 

@@ -1,6 +1,6 @@
 #include <mediacheckd/vtl/value.h>
 
-#include "vtl/record.h"
+#include "vtl/values/record.h"
 #include <mediacheckd/vtl/dict.h>
 #include <mediacheckd/vtl/list.h>
 #include <mediacheckd/vtl/memory.h>

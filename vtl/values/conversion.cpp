@@ -9,7 +9,7 @@
 #include <cstring>
 #include <limits>
 
-#include "vtl/record.h"
+#include "vtl/values/record.h"
 #include <mediacheckd/vtl/value.h>
 
 namespace {

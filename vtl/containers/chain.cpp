@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "vtl/record.h"
+#include "vtl/values/record.h"
 #include <mediacheckd/vtl/memory.h>
 
 namespace {

@@ -3,9 +3,9 @@
 #include <array>
 #include <cstdio>
 
-#include "vtl/container.h"
-#include "vtl/record.h"
-#include "vtl/sequence.h"
+#include "vtl/containers/container.h"
+#include "vtl/containers/sequence.h"
+#include "vtl/values/record.h"
 #include <mediacheckd/vtl/string.h>
 
 namespace {

@@ -1,7 +1,7 @@
 // Fractions.
 #include <cstdio>
 
-#include "vtl/record.h"
+#include "vtl/values/record.h"
 #include <mediacheckd/vtl/scalars.h>
 
 namespace {

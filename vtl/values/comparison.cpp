@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "vtl/container.h"
+#include "vtl/containers/container.h"
 #include <mediacheckd/vtl/value.h>
 
 namespace {

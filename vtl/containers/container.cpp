@@ -1,4 +1,4 @@
-#include "vtl/container.h"
+#include "vtl/containers/container.h"
 
 namespace vtl {
 

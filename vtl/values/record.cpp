@@ -1,9 +1,9 @@
-#include "vtl/record.h"
+#include "vtl/values/record.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "vtl/teardown.h"
+#include "vtl/containers/teardown.h"
 #include <mediacheckd/vtl/memory.h>
 
 namespace vtl {

@@ -6,9 +6,9 @@
 #include <new>
 #include <utility>
 
-#include "vtl/container.h"
-#include "vtl/record.h"
-#include "vtl/teardown.h"
+#include "vtl/containers/container.h"
+#include "vtl/containers/teardown.h"
+#include "vtl/values/record.h"
 #include <mediacheckd/vtl/memory.h>
 #include <mediacheckd/vtl/string.h>
 

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "vtl/record.h"
+#include "vtl/values/record.h"
 #include <mediacheckd/vtl/memory.h>
 
 namespace {

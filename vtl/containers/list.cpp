@@ -1,8 +1,8 @@
 #include <mediacheckd/vtl/list.h>
 
-#include "vtl/container.h"
-#include "vtl/record.h"
-#include "vtl/sequence.h"
+#include "vtl/containers/container.h"
+#include "vtl/containers/sequence.h"
+#include "vtl/values/record.h"
 
 namespace {
 

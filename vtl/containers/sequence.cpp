@@ -1,7 +1,7 @@
-#include "vtl/sequence.h"
+#include "vtl/containers/sequence.h"
 
-#include "vtl/container.h"
-#include "vtl/teardown.h"
+#include "vtl/containers/container.h"
+#include "vtl/containers/teardown.h"
 
 namespace vtl {
 namespace {

@@ -115,4 +115,11 @@ TEST(Faults, EveryChangeFailsWithoutALossAndCanBeRepeated) {
     }
 }
 
+TEST(Copies, TakeNoBlockThatTheyDoNotKeep) {
+    const Value source(sample(VTL_TYPE_LIST));
+    WatchedMemory memory;
+    const Value copy(vtl_value_create(VTL_TYPE_ANY, source, nullptr));
+    EXPECT_EQ(-1 - memory.sUntilFailure, memory.sLive);
+}
+
 }  // namespace

@@ -6,11 +6,6 @@ vtl_chain* chainOf(const vtl_value* value, unsigned type) {
     return isOf(value, type) ? value->payload.chain : nullptr;
 }
 
-bool isContainer(const vtl_value& value) {
-    return value.type == VTL_TYPE_DICT || value.type == VTL_TYPE_LIST ||
-           value.type == VTL_TYPE_STACK;
-}
-
 bool hasChain(const vtl_value* value) {
     return value != nullptr && isContainer(*value) && value->payload.chain != nullptr;
 }
@@ -19,8 +14,8 @@ bool refersTo(const vtl_value* value, const vtl_chain* chain) {
     return hasChain(value) && value->payload.chain == chain;
 }
 
-int initContainer(vtl_value* value, unsigned type, const vtl_operations& operations) {
-    if (become(value, type, operations) != 0) {
+int initContainer(vtl_value* value, const ContainerType& type) {
+    if (become(value, type.code, type.operations) != 0) {
         return 1;
     }
     value->payload.chain = vtl_chain_create();
@@ -36,41 +31,43 @@ int releaseChain(vtl_value* value, unsigned type) {
     return vtl_chain_destroy(chain);
 }
 
-int shareChain(const vtl_value* source, vtl_value* destination, unsigned type,
-               const vtl_operations& operations) {
-    vtl_chain* chain = chainOf(source, type);
+int shareChain(const vtl_value* source, vtl_value* destination, const ContainerType& type) {
+    vtl_chain* chain = chainOf(source, type.code);
     if (chain == nullptr || destination == nullptr) {
         return 1;
     }
     if (!refersTo(destination, chain)) {
         vtl_deinit(destination);
-        become(destination, type, operations);
+        become(destination, type.code, type.operations);
         destination->payload.chain = chain;
         destination->owns = 0;
     }
     return 0;
 }
 
-int copyItems(const vtl_value* source, vtl_value* destination, unsigned type, Init init,
-              int (*appendCopy)(vtl_chain& copies, const void* item),
-              void (*destroyItems)(vtl_chain& copies, StackElements elements)) {
-    const vtl_chain* items = chainOf(source, type);
-    if (items == nullptr || destination == nullptr || refersTo(destination, items)) {
-        return 1;
-    }
-    vtl_deinit(destination);
-    init(destination);
-    vtl_chain* copies = chainOf(destination, type);
-    if (copies == nullptr) {
+int fillContainer(const vtl_value& source, vtl_value& fresh, const ContainerType& type) {
+    const vtl_chain* items = chainOf(&source, type.code);
+    vtl_chain* copies = chainOf(&fresh, type.code);
+    if (items == nullptr || copies == nullptr) {
         return 1;
     }
     for (const vtl_chain_node* node = items->head; node != nullptr; node = node->next) {
-        if (appendCopy(*copies, node->item) != 0) {
-            destroyItems(*copies, StackElements::kDestroy);
+        if (type.appendCopy(*copies, node->item) != 0) {
+            type.destroyItems(*copies, StackElements::kDestroy);
             return 1;
         }
     }
     return 0;
+}
+
+int copyContainer(const vtl_value* source, vtl_value* destination, const ContainerType& type) {
+    const vtl_chain* items = chainOf(source, type.code);
+    if (items == nullptr || destination == nullptr || refersTo(destination, items)) {
+        return 1;
+    }
+    vtl_deinit(destination);
+    type.operations.init(destination);
+    return fillContainer(*source, *destination, type);
 }
 
 }  // namespace vtl

@@ -6,6 +6,7 @@
 #include <new>
 #include <utility>
 
+#include "vtl/containers/clone.h"
 #include "vtl/containers/container.h"
 #include "vtl/containers/teardown.h"
 #include "vtl/values/record.h"
@@ -13,12 +14,6 @@
 #include <mediacheckd/vtl/string.h>
 
 namespace {
-
-constexpr vtl_operations kOperations = {
-    vtl_dict_init,  vtl_dict_deinit,         vtl_dict_copy,          vtl_dict_deepcopy,
-    vtl_dict_clear, vtl_dict_serialize_json, vtl_dict_serialize_xml, vtl_dict_size,
-    nullptr,        vtl_dict_destroy,
-};
 
 struct DestroyEntry {
     void operator()(vtl_dict_entry* entry) const {
@@ -81,6 +76,25 @@ int appendClone(vtl_chain& entries, const void* item) {
 
 }  // namespace
 
+constinit const vtl::ContainerType vtl::kDictType = {
+    .code = VTL_TYPE_DICT,
+    .operations =
+        {
+            vtl_dict_init,
+            vtl_dict_deinit,
+            vtl_dict_copy,
+            vtl_dict_deepcopy,
+            vtl_dict_clear,
+            vtl_dict_serialize_json,
+            vtl_dict_serialize_xml,
+            vtl_dict_size,
+            nullptr,
+            vtl_dict_destroy,
+        },
+    .appendCopy = appendClone,
+    .destroyItems = vtl::destroyEntries,
+};
+
 vtl_value* vtl_dict_create() {
     return vtl::create(vtl_dict_init);
 }
@@ -89,7 +103,7 @@ int vtl_dict_init(vtl_value* value) {
     if (entriesOf(value) != nullptr && value->owns == 1) {
         vtl::releaseChain(value, VTL_TYPE_DICT);
     }
-    if (vtl::initContainer(value, VTL_TYPE_DICT, kOperations) != 0) {
+    if (vtl::initContainer(value, vtl::kDictType) != 0) {
         return 1;
     }
     value->owns = 1;
@@ -243,15 +257,14 @@ int vtl_dict_copy(const vtl_value* source, vtl_value* destination) {
     if (!vtl::isOf(destination, VTL_TYPE_DICT)) {
         return 1;
     }
-    return vtl::shareChain(source, destination, VTL_TYPE_DICT, kOperations);
+    return vtl::shareChain(source, destination, vtl::kDictType);
 }
 
 int vtl_dict_deepcopy(const vtl_value* source, vtl_value* destination) {
     if (!vtl::hasChain(destination)) {
         return 1;
     }
-    return vtl::copyItems(source, destination, VTL_TYPE_DICT, vtl_dict_init, appendClone,
-                          vtl::destroyEntries);
+    return vtl::copyContainer(source, destination, vtl::kDictType);
 }
 
 int vtl_dict_dump(const vtl_value* dict) {

@@ -6,24 +6,37 @@
 
 namespace {
 
-constexpr vtl_operations kOperations = {
-    vtl_list_init,  vtl_list_deinit,         vtl_list_copy,          vtl_list_deepcopy,
-    vtl_list_clear, vtl_list_serialize_json, vtl_list_serialize_xml, vtl_list_size,
-    vtl_list_dump,  vtl_list_destroy,
-};
-
 vtl_chain* elementsOf(const vtl_value* list) {
     return vtl::chainOf(list, VTL_TYPE_LIST);
 }
 
 }  // namespace
 
+constinit const vtl::ContainerType vtl::kListType = {
+    .code = VTL_TYPE_LIST,
+    .operations =
+        {
+            vtl_list_init,
+            vtl_list_deinit,
+            vtl_list_copy,
+            vtl_list_deepcopy,
+            vtl_list_clear,
+            vtl_list_serialize_json,
+            vtl_list_serialize_xml,
+            vtl_list_size,
+            vtl_list_dump,
+            vtl_list_destroy,
+        },
+    .appendCopy = vtl::appendClone,
+    .destroyItems = vtl::destroyValues,
+};
+
 vtl_value* vtl_list_create() {
     return vtl::create(vtl_list_init);
 }
 
 int vtl_list_init(vtl_value* value) {
-    return vtl::initContainer(value, VTL_TYPE_LIST, kOperations);
+    return vtl::initContainer(value, vtl::kListType);
 }
 
 int vtl_list_size(const vtl_value* list, unsigned* out) {
@@ -122,11 +135,11 @@ int vtl_list_destroy(vtl_value* list) {
 }
 
 int vtl_list_copy(const vtl_value* source, vtl_value* destination) {
-    return vtl::shareChain(source, destination, VTL_TYPE_LIST, kOperations);
+    return vtl::shareChain(source, destination, vtl::kListType);
 }
 
 int vtl_list_deepcopy(const vtl_value* source, vtl_value* destination) {
-    return vtl::copyElements(source, destination, VTL_TYPE_LIST, vtl_list_init);
+    return vtl::copyContainer(source, destination, vtl::kListType);
 }
 
 int vtl_list_dump(const vtl_value* list) {

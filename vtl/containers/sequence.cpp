@@ -1,6 +1,6 @@
 #include "vtl/containers/sequence.h"
 
-#include "vtl/containers/container.h"
+#include "vtl/containers/clone.h"
 #include "vtl/containers/teardown.h"
 
 namespace vtl {
@@ -22,12 +22,6 @@ int insertBefore(vtl_chain* chain, vtl_chain_node* position, ValuePtr element) {
     }
     static_cast<void>(element.release());
     return 0;
-}
-
-int appendClone(vtl_chain& chain, const void* item) {
-    return item != nullptr
-               ? insertBefore(&chain, nullptr, clone(*static_cast<const vtl_value*>(item)))
-               : 1;
 }
 
 }  // namespace
@@ -74,8 +68,10 @@ int clearElements(vtl_chain* chain) {
     return 0;
 }
 
-int copyElements(const vtl_value* source, vtl_value* destination, unsigned type, Init init) {
-    return copyItems(source, destination, type, init, appendClone, destroyValues);
+int appendClone(vtl_chain& chain, const void* value) {
+    return value != nullptr
+               ? insertBefore(&chain, nullptr, clone(*static_cast<const vtl_value*>(value)))
+               : 1;
 }
 
 }  // namespace vtl

@@ -22,8 +22,7 @@ int convertElement(const vtl_chain* chain, int index, unsigned target, void* out
 // Destroys all elements; the chain stays, empty.
 int clearElements(vtl_chain* chain);
 
-// Makes the destination a container of the type, as the source is, with deep copies of its
-// elements.
-int copyElements(const vtl_value* source, vtl_value* destination, unsigned type, Init init);
+// Adds a deep copy of a value to the chain. Returns 1 when it cannot be made.
+int appendClone(vtl_chain& chain, const void* value);
 
 }  // namespace vtl

@@ -12,17 +12,30 @@ namespace {
 
 constexpr int kTop = 0;
 
-constexpr vtl_operations kOperations = {
-    vtl_stack_init,  vtl_stack_deinit,         vtl_stack_copy,          vtl_stack_deepcopy,
-    vtl_stack_clear, vtl_stack_serialize_json, vtl_stack_serialize_xml, vtl_stack_size,
-    nullptr,         vtl_stack_destroy,
-};
-
 vtl_chain* elementsOf(const vtl_value* stack) {
     return vtl::chainOf(stack, VTL_TYPE_STACK);
 }
 
 }  // namespace
+
+constinit const vtl::ContainerType vtl::kStackType = {
+    .code = VTL_TYPE_STACK,
+    .operations =
+        {
+            vtl_stack_init,
+            vtl_stack_deinit,
+            vtl_stack_copy,
+            vtl_stack_deepcopy,
+            vtl_stack_clear,
+            vtl_stack_serialize_json,
+            vtl_stack_serialize_xml,
+            vtl_stack_size,
+            nullptr,
+            vtl_stack_destroy,
+        },
+    .appendCopy = vtl::appendClone,
+    .destroyItems = vtl::destroyValues,
+};
 
 vtl_value* vtl_stack_create() {
     vtl_value* stack = vtl::create(vtl_stack_init);
@@ -34,7 +47,7 @@ vtl_value* vtl_stack_create() {
 }
 
 int vtl_stack_init(vtl_value* value) {
-    vtl::initContainer(value, VTL_TYPE_STACK, kOperations);
+    vtl::initContainer(value, vtl::kStackType);
     return value != nullptr ? 0 : 1;
 }
 
@@ -155,11 +168,11 @@ int vtl_stack_destroy(vtl_value* stack) {
 }
 
 int vtl_stack_copy(const vtl_value* source, vtl_value* destination) {
-    return vtl::shareChain(source, destination, VTL_TYPE_STACK, kOperations);
+    return vtl::shareChain(source, destination, vtl::kStackType);
 }
 
 int vtl_stack_deepcopy(const vtl_value* source, vtl_value* destination) {
-    return vtl::copyElements(source, destination, VTL_TYPE_STACK, vtl_stack_init);
+    return vtl::copyContainer(source, destination, vtl::kStackType);
 }
 
 int vtl_stack_dump(const vtl_value* stack) {

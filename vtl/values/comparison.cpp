@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "vtl/containers/container.h"
+#include "vtl/values/record.h"
 #include <mediacheckd/vtl/value.h>
 
 namespace {

@@ -3,34 +3,9 @@
 #include <algorithm>
 #include <cstring>
 
-#include "vtl/containers/teardown.h"
 #include <mediacheckd/vtl/memory.h>
 
 namespace vtl {
-namespace {
-
-// Deep copies nest by way of the table's slots, on the machine's stack.
-thread_local int sNesting = 0;
-
-class NestingLevel {
-  public:
-    NestingLevel() { ++sNesting; }
-    ~NestingLevel() { --sNesting; }
-    NestingLevel(const NestingLevel&) = delete;
-    NestingLevel& operator=(const NestingLevel&) = delete;
-
-    static bool permitted() { return sNesting <= VTL_NESTING_MAX; }
-};
-
-}  // namespace
-
-void DestroyValue::operator()(vtl_value* value) const {
-    if (value->ops.destroy != nullptr) {
-        destroyUnseen(value);
-    } else {
-        vtl_free(value);
-    }
-}
 
 int become(vtl_value* value, unsigned type, const vtl_operations& operations) {
     if (value == nullptr) {
@@ -77,26 +52,6 @@ std::optional<int> copyScalar(const vtl_value* source, vtl_value* destination, u
 
 int sizeOfOne(const vtl_value* value, unsigned* out) {
     return value != nullptr && out != nullptr ? store<unsigned>(out, 1) : 1;
-}
-
-ValuePtr clone(const vtl_value& source) {
-    const NestingLevel level;
-    ValuePtr copy;
-    if (source.ops.deepcopy == nullptr || !NestingLevel::permitted()) {
-        return copy;
-    }
-    copy.reset(vtl_value_alloc());
-    if (copy == nullptr) {
-        return copy;
-    }
-    copy->type = source.type;
-    // Initialised first: a dict copies only onto a record that has a chain, and an int's copy
-    // answers 1 without a deinit slot to run.
-    const bool ready = source.ops.init == nullptr || source.ops.init(copy.get()) == 0;
-    if (!ready || source.ops.deepcopy(&source, copy.get()) != 0) {
-        copy.reset();
-    }
-    return copy;
 }
 
 int storeText(vtl_value& value, const char* text, size_t limit) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <optional>
 #include <type_traits>
 
@@ -12,14 +11,14 @@ namespace vtl {
 
 using Init = int (*)(vtl_value*);
 
-// Ends a value that was never handed out.
-struct DestroyValue {
-    void operator()(vtl_value* value) const;
-};
-using ValuePtr = std::unique_ptr<vtl_value, DestroyValue>;
-
 inline bool isOf(const vtl_value* value, unsigned type) {
     return value != nullptr && value->type == type;
+}
+
+// Whether the value is a dict, a list or a stack.
+inline bool isContainer(const vtl_value& value) {
+    return value.type == VTL_TYPE_DICT || value.type == VTL_TYPE_LIST ||
+           value.type == VTL_TYPE_STACK;
 }
 
 // Whether a C value of the type comes in two variables, the second one extra.
@@ -62,10 +61,6 @@ std::optional<int> copyScalar(const vtl_value* source, vtl_value* destination, u
 
 // The size slot of a type that always counts as one.
 int sizeOfOne(const vtl_value* value, unsigned* out);
-
-// A new value of the same type, filled by the source's deepcopy slot; null when it has none,
-// when VTL_NESTING_MAX deep copies are under way or memory does not suffice.
-[[nodiscard]] ValuePtr clone(const vtl_value& source);
 
 // A copy of the text, at most limit bytes of it, from vtl_malloc; null when memory does not
 // suffice.

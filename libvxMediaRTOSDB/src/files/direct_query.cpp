@@ -1,45 +1,44 @@
 #include "libvxMediaRTOSDB/src/files/direct_query.h"
 
+#include <array>
+
 #include "libvxMediaRTOSDB/src/exchange/db_checks.h"
+#include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
+#include "libvxMediaRTOSDB/src/log/elapsed_time.h"
 #include "libvxMediaRTOSDB/src/log/hex_dump.h"
 #include "libvxMediaRTOSDB/src/records/db_log.h"
 #include "vcore/base/signed_word.h"
 #include <mediacheckd/platform/vxipc.h>
 #include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
-int DirectExchange::run(const void* request, size_t requestSize) {
-    if (mConnection.result() < 0) {
-        return mConnection.result();
-    }
-    if (!exchange(request, requestSize) ||
-        !hasEntry(*static_cast<const db_request_header*>(request)) || !acceptsContent()) {
-        return -1;
-    }
-    logResponse(*header());
-    return 0;
+namespace {
+
+using ResponseBuffer = std::array<uint8_t, kResponseBufferSize>;
+
+int refuseSize(int received) {
+    UTIL_LOG(UTIL_LOG_ERROR, "error on IPC received %d, exiting\n", received);
+    return -1;
 }
 
-bool DirectExchange::exchange(const void* request, size_t requestSize) {
-    const auto size = static_cast<int>(requestSize);
-    const int sent = vxIpcSend(&mConnection.get()->endpoint, request, size);
+// Returns the number of bytes received, at least those that the query needs, or -1.
+int exchange(const DirectQuery& query, rtosConnection* connection, const void* request, int size,
+             ResponseBuffer& response) {
+    const int sent = vxIpcSend(&connection->endpoint, request, size);
     if (sent < 0) {
-        UTIL_LOG(UTIL_LOG_ERROR, mQuery.sendFailed, sent);
-        return false;
+        UTIL_LOG(UTIL_LOG_ERROR, query.sendFailed, sent);
+        return -1;
     }
     hexDump(Direction::kSent, request, size);
 
-    mReceived = rtosConnectionRecv(mConnection.get(), mBuffer.data(), kResponseBufferSize);
-    UTIL_LOG(UTIL_LOG_DEBUG, mQuery.received, mReceived);
-    const bool complete = mReceived >= static_cast<int>(mQuery.minimumResponse);
-    if (!complete) {
-        logTooShort();
-    }
-    return complete;
+    const int received = rtosConnectionRecv(connection, response.data(), kResponseBufferSize);
+    UTIL_LOG(UTIL_LOG_DEBUG, query.received, received);
+    return received >= static_cast<int>(query.minimumResponse) ? received : refuseSize(received);
 }
 
-bool DirectExchange::hasEntry(const db_request_header& request) {
-    db_response_header* response = header();
+// Tells whether the response has an entry, and corrects its count.
+bool hasEntry(const db_request_header& request, db_response_header* response) {
     if (response->status != 0) {
         UTIL_LOG(UTIL_LOG_WARN, "vxIpcReceive response status %d\n", signedWord(response->status));
     }
@@ -58,38 +57,41 @@ bool DirectExchange::hasEntry(const db_request_header& request) {
     return true;
 }
 
-bool DirectExchange::acceptsContent() const {
-    if (!mQuery.accepts) {
+bool acceptsContent(const DirectQuery& query, RecordReader answer) {
+    const auto* item = query.accepts ? answer.read<db_item_record>() : nullptr;
+    if (!item || query.accepts(item->content_type)) {
         return true;
     }
-    const auto* item = answer().read<db_item_record>();
-    if (mQuery.accepts(item->content_type)) {
-        return true;
-    }
-    UTIL_LOG(UTIL_LOG_ERROR, mQuery.refused, uint32_t{item->content_type});
+    UTIL_LOG(UTIL_LOG_ERROR, query.refused, signedWord(item->content_type));
     return false;
 }
 
-RecordReader DirectExchange::answer() const {
-    return RecordReader(std::span(mBuffer).first(static_cast<size_t>(mReceived)),
-                        sizeof(db_response_header));
-}
+}  // namespace
 
-db_response_header* DirectExchange::header() {
-    return reinterpret_cast<db_response_header*>(mBuffer.data());
-}
-
-int DirectExchange::finish(bool copied) {
-    if (!copied) {
-        logTooShort();
+int runDirectQuery(const DirectQuery& query, const db_request_header& request, size_t requestSize,
+                   bool (*copy)(void* outputs, RecordReader answer), void* outputs) {
+    const ElapsedTime elapsed;
+    RtosConnectionGuard connection;
+    if (connection.result() < 0) {
+        return connection.result();
+    }
+    ResponseBuffer response;
+    const int received =
+        exchange(query, connection.get(), &request, static_cast<int>(requestSize), response);
+    if (received < 0) {
         return -1;
     }
-    mConnection.close();
-    const ElapsedTime::Reading time = mElapsed.read();
+    auto* header = reinterpret_cast<db_response_header*>(response.data());
+    const RecordReader answer({response.data(), static_cast<size_t>(received)}, sizeof *header);
+    if (!hasEntry(request, header) || !acceptsContent(query, answer)) {
+        return -1;
+    }
+    logResponse(*header);
+    if (!copy(outputs, answer)) {
+        return refuseSize(received);
+    }
+    connection.close();
+    const ElapsedTime::Reading time = elapsed.read();
     UTIL_LOG(UTIL_LOG_DEBUG, "time %lu sec, %lu usec\n", time.seconds, time.microseconds);
     return 0;
-}
-
-void DirectExchange::logTooShort() const {
-    UTIL_LOG(UTIL_LOG_ERROR, "error on IPC received %d, exiting\n", mReceived);
 }

@@ -9,6 +9,7 @@
 #include "libvxMediaRTOSDB/src/records/member_mask.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include "vcore/base/signed_word.h"
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/responses/produced_response.h"
+#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 #include <mediacheckd/vxMediaRTOSDB/media_formatters.h>
 #include <mediacheckd/vxMediaRTOSDB/query_settings.h>

@@ -85,6 +85,3 @@ struct QuerySettings {
     uint32_t whitelistMask;                       // MediaField bits
     char unsupported[kMaxUnsupportedLength + 1];  // unknown field names, joined by ","
 };
-
-// Logs the settings, one field a line, at UTIL_LOG_DEBUG.
-void logSettings(const QuerySettings& settings);

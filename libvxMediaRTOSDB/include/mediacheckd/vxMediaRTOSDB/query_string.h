@@ -1,9 +1,6 @@
 // Looks up and decodes the values of an HTTP query string: keys and values joined by "&".
 #pragma once
 
-#include <span>
-#include <string_view>
-
 // The negative results of a lookup.
 enum QueryLookup : int {
     QUERY_NOT_FOUND = -1,
@@ -43,7 +40,3 @@ extern "C" {
 
 #pragma GCC visibility pop
 }
-
-// As findQueryValueN, for texts and a buffer that are there.
-[[nodiscard]] int findValue(std::string_view query, std::string_view key, std::span<char> value,
-                            int skip);

@@ -10,7 +10,7 @@
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
-#include <mediacheckd/vxMediaRTOSDB/media_db_output.h>
+#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
 #include <mediacheckd/vxMediaRTOSDB/media_formatters.h>
 #include <mediacheckd/vxMediaRTOSDB/query_settings.h>
 #include <mediacheckd/vxMediaRTOSDB/response_queries.h>

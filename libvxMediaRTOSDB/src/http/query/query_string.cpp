@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "libvxMediaRTOSDB/src/http/query/find_value.h"
+
 namespace {
 
 // Returns the value of a hexadecimal digit, -1 for any other character.

@@ -1,5 +1,6 @@
 #include "libvxMediaRTOSDB/src/http/query/query_value.h"
 
+#include "libvxMediaRTOSDB/src/http/query/find_value.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 #include <mediacheckd/vxMediaRTOSDB/query_string.h>
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>

@@ -1,4 +1,4 @@
-#include <mediacheckd/vxMediaRTOSDB/query_settings.h>
+#include "libvxMediaRTOSDB/src/http/query/settings_log.h"
 
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 

@@ -269,8 +269,8 @@ int main(int argc, char** argv) {
                          {{"countItems/200000", "pagesOnly/200000", 3.0},
                           {"countItems/200000", "countItems/1000", 200 * 1.1},
                           {"walkItems/10000", "itemsOnly/10000", 3.0},
-                          {"sortList/default/10000", "sortByHand/default/10000", 1.5},
-                          {"sortList/default/200000", "sortByHand/default/200000", 1.5},
-                          {"sortList/three/10000", "sortByHand/three/10000", 1.5},
-                          {"sortList/three/200000", "sortByHand/three/200000", 1.5}});
+                          {"sortList/default/10000", "sortByHand/default/10000", 0.5},
+                          {"sortList/default/200000", "sortByHand/default/200000", 0.5},
+                          {"sortList/three/10000", "sortByHand/three/10000", 0.5},
+                          {"sortList/three/200000", "sortByHand/three/200000", 0.5}});
 }

@@ -13,9 +13,9 @@
 
 #include "bench/memory_channel.h"
 #include "bench/ratio.h"
-#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
 #include "libvxMediaRTOSDB/src/http/list/list_pages.h"
+#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/http/text/media_values.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>

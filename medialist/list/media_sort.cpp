@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "medialist/sort/sort_key.h"
 #include "vcore/base/signed_word.h"
 #include <mediacheckd/medialist/sort_rules.h>
 #include <mediacheckd/medialist/stopwatch.h>
@@ -23,9 +24,12 @@ int ZEPMediaList::sort(const char* json) {
 
     Stopwatch stopwatch;
     stopwatch.control(Stopwatch::kCalibrate | Stopwatch::kClear | Stopwatch::kStart);
-    std::sort(mEntries.begin(), mEntries.end(), [&order](const MediaEntry& a, const MediaEntry& b) {
-        return order->compare(&a, &b) > 0;
-    });
+    const auto* const rules = dynamic_cast<const CompoundCompare*>(order.get());
+    if (rules == nullptr || !sortByKeys(*rules, mEntries)) {
+        std::ranges::sort(mEntries, [&order](const MediaEntry& a, const MediaEntry& b) {
+            return order->compare(&a, &b) > 0;
+        });
+    }
     const double seconds = stopwatch.control(Stopwatch::kStop);
     VLOG_INFO("[ZML]: sort: sort took %1.2lf seconds\n", seconds);
     logEntries();

@@ -45,17 +45,25 @@ int CompareByDayNewestFirst::compare(const MediaEntry* a, const MediaEntry* b) {
     return dayDifference(*a, *b);
 }
 
+static_assert(MEDIA_CLASS_OTHER + 1 < 1 << CompareMediaType::kPlaceBits);
+
 CompareMediaType::CompareMediaType(std::span<const int> order) {
+    std::vector<int> classes;
+    for (const int code : order) {
+        const bool known = code >= 0 && code <= MEDIA_CLASS_OTHER;
+        if (known && std::ranges::find(classes, code) == classes.end()) {
+            classes.push_back(code);
+        }
+    }
     for (uint32_t kind = 0; kind < mPlaces.size(); ++kind) {
-        const auto place =
-            std::find(order.begin(), order.end(),
-                      mediaClass(MediaEntry::typeOf(kind), MediaEntry::clipOf(kind)));
-        mPlaces[kind] = static_cast<size_t>(place - order.begin());
+        const auto place = std::ranges::find(
+            classes, mediaClass(MediaEntry::typeOf(kind), MediaEntry::clipOf(kind)));
+        mPlaces[kind] = static_cast<uint8_t>(place - classes.begin());
     }
 }
 
 int CompareMediaType::compare(const MediaEntry* a, const MediaEntry* b) {
-    const size_t placeA = mPlaces[a->kind()];
-    const size_t placeB = mPlaces[b->kind()];
+    const uint32_t placeA = placeOf(*a);
+    const uint32_t placeB = placeOf(*b);
     return static_cast<int>(placeB > placeA) - static_cast<int>(placeB < placeA);
 }

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 #include <random>
 #include <thread>
 
+#include "medialist/sort/sort_key.h"
 #include "tests/medialist/card_database.h"
 #include <mediacheckd/medialist/sort_rules.h>
 #include <mediacheckd/medialist/stopwatch.h>
@@ -70,6 +72,39 @@ TEST(SortRules, EachRuleAndTheirOrder) {
             const int result = order->compare(&entries[i - 1], &entries[i]);
             EXPECT_EQ(std::clamp(result, -1, 1), std::clamp(wanted, -1, 1)) << document;
         }
+    }
+}
+
+// Orders made at random: the keys and the comparators tell the same, and sorting loses no entry.
+TEST(SortKey, SortsAsTheComparatorsDo) {
+    std::mt19937 random(1);
+    const auto draw = [&](std::vector<std::string> names) {
+        std::ranges::shuffle(names, random);
+        names.resize(random() % (names.size() + 1));
+        std::string list;
+        for (const std::string& name : names) {
+            list += (list.empty() ? "\"" : ", \"") + name + "\"";
+        }
+        return "[" + list + "]";
+    };
+    const auto byIndex = [](auto& a, auto& b) { return a.index() < b.index(); };
+    const std::vector<MediaEntry> entries = shuffledEntries();
+    for (int round = 0; round < 100; ++round) {
+        const std::string document =
+            R"({"sort_rules": )" +
+            draw({"hilighted_first", "date_by_day_newest_first", "date_by_day_oldest_first",
+                  "filesize_smallest_first", "media_type", "hilighted_first", "unknown"}) +
+            R"(, "media_type_order": )" +
+            draw({"photo", "burst", "time_lapse", "video", "user_video_clip", "session", "video"}) +
+            "}";
+        const std::unique_ptr<Comparinator> order(create(document.c_str()));
+        std::vector<MediaEntry> sorted = entries;
+        ASSERT_TRUE(sortByKeys(dynamic_cast<CompoundCompare&>(*order), sorted));
+        EXPECT_TRUE(std::ranges::is_sorted(sorted, [&](auto& a, auto& b) {
+            return order->compare(&a, &b) > 0;
+        })) << document;
+        std::ranges::sort(sorted, byIndex);
+        EXPECT_EQ(std::memcmp(sorted.data(), entries.data(), 13 * entries.size()), 0);
     }
 }
 

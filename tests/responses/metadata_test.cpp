@@ -3,8 +3,8 @@
 
 #include <filesystem>
 
-#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
+#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
 #include "tests/responses/produced_response.h"
 #include <mediacheckd/vxMediaRTOSDB/media_list.h>
 #include <mediacheckd/vxMediaRTOSDB/media_metadata.h>

@@ -1,8 +1,8 @@
 // The buffers that responses are built in, at their limits and without memory.
 #include <gtest/gtest.h>
 
-#include "tests/responses/produced_response.h"
 #include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
+#include "tests/responses/produced_response.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 #include <mediacheckd/vxMediaRTOSDB/media_formatters.h>
 #include <mediacheckd/vxMediaRTOSDB/query_settings.h>

@@ -5,11 +5,11 @@
 #include "libvxMediaRTOSDB/src/http/list/media_document.h"
 #include "libvxMediaRTOSDB/src/http/query/settings_log.h"
 #include "libvxMediaRTOSDB/src/http/response/http_output.h"
+#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/http/response/response_start.h"
 #include "libvxMediaRTOSDB/src/log/elapsed_time.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
-#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
 #include <mediacheckd/vxMediaRTOSDB/media_list.h>
 #include <mediacheckd/vxMediaRTOSDB/media_list_query.h>
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>

@@ -6,11 +6,11 @@
 #include "libvxMediaRTOSDB/src/http/list/media_document.h"
 #include "libvxMediaRTOSDB/src/http/query/text_split.h"
 #include "libvxMediaRTOSDB/src/http/response/http_output.h"
+#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
-#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
 #include <mediacheckd/vxMediaRTOSDB/media_formatters.h>
 #include <mediacheckd/vxMediaRTOSDB/query_settings.h>
 #include <mediacheckd/vxMediaRTOSDB/response_queries.h>

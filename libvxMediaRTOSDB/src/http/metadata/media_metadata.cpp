@@ -1,8 +1,8 @@
 #include <mediacheckd/vxMediaRTOSDB/media_metadata.h>
 
-#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/http/query/settings_log.h"
 #include "libvxMediaRTOSDB/src/http/response/http_output.h"
+#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/http/response/response_start.h"
 #include "libvxMediaRTOSDB/src/http/text/key_writer.h"
 #include "libvxMediaRTOSDB/src/http/text/media_values.h"

@@ -31,6 +31,9 @@ class CompoundCompare final : public Comparinator {
 
     int compare(const MediaEntry* a, const MediaEntry* b) override;
 
+    // In their order.
+    const std::vector<std::unique_ptr<Comparinator>>& comparators() const { return mComparators; }
+
   private:
     std::vector<std::unique_ptr<Comparinator>> mComparators;
 };
@@ -67,9 +70,12 @@ class CompareMediaType final : public Comparinator {
 
     int compare(const MediaEntry* a, const MediaEntry* b) override;
 
+    // Returns the place of the entry's media class among those of the order, from 0.
+    static constexpr unsigned kPlaceBits = 4;
+    uint32_t placeOf(const MediaEntry& entry) const { return mPlaces[entry.kind()]; }
+
   private:
-    // The place in the order of each MediaEntry::kind.
-    std::array<size_t, size_t{1} << MediaEntry::kKindBits> mPlaces;
+    std::array<uint8_t, size_t{1} << MediaEntry::kKindBits> mPlaces;  // by MediaEntry::kind
 };
 
 #pragma GCC visibility pop

@@ -112,11 +112,10 @@ std::vector<ListItem> fillChannel(uint32_t count) {
         for (uint32_t i = 0; i < kItemsPerPage; ++i) {
             ListItem item;
             const ItemLayout layout = {kListOptions, ITEM_ATTRIBUTE_PARENT_GUMI, false};
-            if (readListItem(page, offset, layout, &item) != ItemStatus::kOk) {
+            if (readListItem(page, &offset, layout, &item) != ItemStatus::kOk) {
                 std::abort();
             }
             items.push_back(item);
-            offset = item.nextOffset;
         }
     }
     return items;

@@ -21,28 +21,38 @@ struct ItemLayout {
     bool groupedVideos;             // false: videos of group types carry the record of a single one
 };
 
-// One item. Every part points into the response; a part that the item does not have is null or
-// empty.
-struct ListItem {
+// What every item may have.
+struct PlainParts {
     const db_item_record* record;
     const db_gumi* gumi;
     const db_gumi* parentGumi;
     const db_more_info* moreInfo;
-    const db_video_specific_info* videoInfo;  // of a single video
-    std::span<const u32le> highlights;        // of a single video
+};
+
+// What a single video has.
+struct VideoParts {
+    const db_video_specific_info* videoInfo;
+    std::span<const u32le> highlights;
+};
+
+// What a group has.
+struct GroupParts {
     const db_group_info* group;
     std::span<const uint8_t> memberMask;     // when group->num_missing is not 0
-    std::span<const uint8_t> highlightMask;  // of a photo group whose record counts highlights
-    size_t nextOffset;                       // where the next item starts
+    std::span<const uint8_t> highlightMask;  // of photos whose record counts highlights
 };
+
+// One item. Every part points into the response; one that the item does not have is null or empty.
+struct ListItem : PlainParts, VideoParts, GroupParts {};
 
 // Logs that a group's numbers or masks make no sense.
 // item: holds the record and the group.
 void logDamagedGroup(const ListItem& item);
 
-// Reads the item that starts at offset. When it lies there whole, a damaged group (member_mask.h)
-// is logged. response: the bytes received, from the start of the response. item: cleared first; on
-// kTooSmall, kMaskTooLarge and kInvalidContentType it holds the parts that were read before the
-// fault (with kMaskTooLarge the group, with kInvalidContentType the record) and nextOffset is 0.
-[[nodiscard]] ItemStatus readListItem(std::span<const uint8_t> response, size_t offset,
+// Reads the item that starts at *offset, which then is where the next one starts; without kOk it
+// stays. When the item lies there whole, a damaged group (member_mask.h) is logged.
+// response: the bytes received, from the start of the response. item: cleared first; on kTooSmall,
+// kMaskTooLarge and kInvalidContentType it holds the parts that were read before the fault (with
+// kMaskTooLarge the group, with kInvalidContentType the record).
+[[nodiscard]] ItemStatus readListItem(std::span<const uint8_t> response, size_t* offset,
                                       const ItemLayout& layout, ListItem* item);

@@ -6,11 +6,18 @@
 #include <cstring>
 #include <string_view>
 
-// Returns the characters of a field with a terminating zero behind them.
+// Writes the characters of a field with a terminating zero behind them.
+template <size_t Size>
+void terminate(const char (&field)[Size], std::array<char, Size + 1>* text) {
+    std::memcpy(text->data(), field, Size);
+    text->back() = '\0';
+}
+
+// Returns them.
 template <size_t Size>
 std::array<char, Size + 1> terminated(const char (&field)[Size]) {
-    std::array<char, Size + 1> text = {};
-    std::memcpy(text.data(), field, Size);
+    std::array<char, Size + 1> text;
+    terminate(field, &text);
     return text;
 }
 

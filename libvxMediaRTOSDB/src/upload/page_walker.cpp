@@ -115,8 +115,8 @@ void describeGroup(const ListItem& item, zep_item_s* zepItem) {
 
 zep_item_s describe(const ListItem& item, ItemTexts* texts, PageState& page) {
     const db_item_record& record = *item.record;
-    texts->dirName = terminated(record.dir_name);
-    texts->fileName = terminated(record.file_name);
+    terminate(record.dir_name, &texts->dirName);
+    terminate(record.file_name, &texts->fileName);
 
     zep_item_s zepItem = {};
     zepItem.gumi = writeGumi(item.gumi, &texts->gumi);
@@ -173,7 +173,7 @@ int processQueryResponse(const void* response, int bytesRead, uint32_t startingI
     size_t offset = sizeof header;
     for (int done = 0; done < count; ++done) {
         ListItem item;
-        switch (readListItem(page, offset, layout, &item)) {
+        switch (readListItem(page, &offset, layout, &item)) {
             case ItemStatus::kOk:
                 break;
             case ItemStatus::kTooSmall:
@@ -189,7 +189,6 @@ int processQueryResponse(const void* response, int bytesRead, uint32_t startingI
                 return -1;
         }
         deliverItem(item, callbacks, state);
-        offset = item.nextOffset;
     }
     return 0;
 }

@@ -216,7 +216,7 @@ std::optional<Failure> ListPages::listItems(std::span<const uint8_t> page, uint3
     size_t offset = sizeof(db_list_response_header);
     for (uint32_t i = 0; i < count && mStatus == HTTP_OK; ++i) {
         ListItem item;
-        const ItemStatus itemStatus = readListItem(page, offset, layout, &item);
+        const ItemStatus itemStatus = readListItem(page, &offset, layout, &item);
         if (itemStatus != ItemStatus::kOk) {
             const bool first = i == 0;
             if (itemStatus == ItemStatus::kInvalidContentType) {
@@ -226,11 +226,10 @@ std::optional<Failure> ListPages::listItems(std::span<const uint8_t> page, uint3
                 return first ? std::optional(firstItemCut(page.size())) : std::nullopt;
             }
             logDamagedGroup(item);
-            item.nextOffset = page.size();  // where the next item starts cannot be told
+            offset = page.size();  // where the next item starts cannot be told
         }
         listItem(item);
         ++mNextIndex;
-        offset = item.nextOffset;
     }
     return std::nullopt;
 }

@@ -1,5 +1,4 @@
 // listen: waits for the event that the check daemon posts.
-#include <fcntl.h>
 #include <mqueue.h>
 
 #include <cerrno>
@@ -8,39 +7,27 @@
 #include <ctime>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
-#include "platform/host/vxmsg_decode.h"
+#include "app/event_queue.h"
 #include "tools/mediactl/command_line.h"
 #include "tools/mediactl/output.h"
-#include <mediacheckd/platform/vxmsg.h>
 
 namespace mediactl {
 
 namespace {
 
-constexpr const char* kQueue = "/to_wom";
+struct Event {
+    int32_t code;
+    const char* name;
+};
 
-const char* eventName(int32_t code) {
-    switch (code) {
-        case 23:
-            return "no match";
-        case 24:
-            return "match";
-        case 25:
-            return "error";
-        default:
-            return "unknown";
-    }
-}
-
-// Opens the queue as the daemon does, so that it may be waited on before the daemon starts.
-mqd_t openQueue() {
-    mq_attr attributes = {};
-    attributes.mq_maxmsg = 10;
-    attributes.mq_msgsize = VXMSG_DATA_SIZE;
-    return mq_open(kQueue, O_RDWR | O_CREAT, 0664, &attributes);
-}
+constexpr Event kEvents[] = {
+    {EVENT_NO_MATCH, "no match"},
+    {EVENT_MATCH, "match"},
+    {EVENT_ERROR, "error"},
+};
 
 ssize_t receive(mqd_t queue, std::vector<char>& message, std::optional<double> timeout) {
     if (!timeout) {
@@ -56,27 +43,33 @@ ssize_t receive(mqd_t queue, std::vector<char>& message, std::optional<double> t
     return mq_timedreceive(queue, message.data(), message.size(), nullptr, &until);
 }
 
+// How a message is laid out is the platform's affair: an event is one that it builds the same.
+bool carries(std::span<const char> bytes, const Event& event) {
+    const vxmsg_builder message = eventMessage(event.code);
+    return bytes.size() == message.length &&
+           std::memcmp(bytes.data(), message.data, message.length) == 0;
+}
+
 int printEvent(bool json, std::span<const char> bytes) {
-    const auto message =
-        host::decodeVxmsg({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
-    int32_t code = 0;
-    if (!message || message->type != "EV" || message->payload.size() != sizeof code) {
-        return fail("a message of %zu bytes on %s is no event", bytes.size(), kQueue);
+    for (const Event& event : kEvents) {
+        if (!carries(bytes, event)) {
+            continue;
+        }
+        if (json) {
+            printResult(json, {{"event", event.code}, {"name", event.name}});
+        } else {
+            std::printf("%d %s\n", event.code, event.name);
+        }
+        return kDone;
     }
-    std::memcpy(&code, message->payload.data(), sizeof code);
-    if (json) {
-        printResult(json, {{"event", code}, {"name", eventName(code)}});
-    } else {
-        std::printf("%d %s\n", code, eventName(code));
-    }
-    return kDone;
+    return fail("a message of %zu bytes on %s is no event", bytes.size(), kEventQueueName);
 }
 
 int listen(bool json, std::optional<double> timeout) {
-    const mqd_t queue = openQueue();
+    const mqd_t queue = createEventQueue();
     mq_attr attributes = {};
     if (queue == -1 || mq_getattr(queue, &attributes) != 0) {
-        return fail("the queue %s cannot be opened: %m", kQueue);
+        return fail("the queue %s cannot be opened: %m", kEventQueueName);
     }
     std::vector<char> message(static_cast<size_t>(attributes.mq_msgsize));
     const ssize_t received = receive(queue, message, timeout);
@@ -88,7 +81,7 @@ int listen(bool json, std::optional<double> timeout) {
     if (reason == ETIMEDOUT) {
         return fail("no event within %g s", *timeout);
     }
-    return fail("no event can be received from %s: %s", kQueue, std::strerror(reason));
+    return fail("no event can be received from %s: %s", kEventQueueName, std::strerror(reason));
 }
 
 }  // namespace

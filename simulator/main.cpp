@@ -42,6 +42,7 @@ void describe(CLI::App& app, Arguments& arguments) {
         ->type_name("[N:]KIND[=VALUE]")
         ->allow_extra_args(false)
         ->take_all();
+    app.set_version_flag("--version", "mediadb-sim " MEDIACHECKD_VERSION);
     app.add_flag("--log", arguments.log, "print a line for each exchange");
 }
 

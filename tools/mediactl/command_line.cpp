@@ -4,13 +4,18 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 #include <utility>
 
+#include "tools/mediactl/completion.h"
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace mediactl {
 
 namespace {
+
+// Asked by the shells' completion with the words of a line.
+constexpr const char* kCompleteCommand = "complete";
 
 CLI::Validator validator(const Form& form) {
     const auto check = [form](const std::string& text) {
@@ -83,7 +88,7 @@ void CommandLine::addToolOptions() {
         ->check(CLI::Range(0, 6).description(""))
         ->type_name("LEVEL")
         ->capture_default_str();
-    mApp->set_version_flag("--version", "mediactl " MEDIACTL_VERSION);
+    mApp->set_version_flag("--version", "mediactl " MEDIACHECKD_VERSION);
     mApp->require_subcommand(0, 1);
 }
 
@@ -96,6 +101,12 @@ Command CommandLine::add(const char* name, const char* help, std::function<int()
 }
 
 int CommandLine::run(int argc, char** argv) {
+    if (argc > 1 && std::strcmp(argv[1], kCompleteCommand) == 0) {
+        for (const std::string& word : completions(*mApp, {argv + 2, argv + argc})) {
+            std::puts(word.c_str());
+        }
+        return kDone;
+    }
     try {
         mApp->parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -1,9 +1,8 @@
 // nph-medialist: answers a media-list query.
-#include "tools/nph/query_string.h"
+#include "tools/nph/cgi_program.h"
 #include <mediacheckd/vxMediaRTOSDB/media_list.h>
 
-// The response tells how it went; to the server the program has done what it is for.
-int main() {
-    (void)generateMediaList(nullptr, queryString());
-    return 0;
+int main(int argc, char** argv) {
+    return runCgiProgram(argc, argv, "nph-medialist",
+                         "Prints the HTTP response to a media-list query.", generateMediaList);
 }

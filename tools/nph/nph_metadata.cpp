@@ -1,9 +1,8 @@
 // nph-metadata: answers a metadata query.
-#include "tools/nph/query_string.h"
+#include "tools/nph/cgi_program.h"
 #include <mediacheckd/vxMediaRTOSDB/media_metadata.h>
 
-// The response tells how it went; to the server the program has done what it is for.
-int main() {
-    (void)generateMetadata(nullptr, queryString());
-    return 0;
+int main(int argc, char** argv) {
+    return runCgiProgram(argc, argv, "nph-metadata",
+                         "Prints the HTTP response to a metadata query.", generateMetadata);
 }

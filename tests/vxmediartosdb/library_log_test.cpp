@@ -93,6 +93,11 @@ TEST(UtilAssertDeathTest, ReportsAsTheDebugLevelSays) {
         (reset(), g_debug_level = kPrint | 8, dup2(STDERR_FILENO, STDOUT_FILENO),
          setenv("TZ", "XYZ-26", 1), utilAssertFailed("path", "function", 1, condition.c_str())),
         testing::ExitedWithCode(255), "path/function:1:" + condition + "\n");
+    int gone[2];
+    ASSERT_EQ(pipe(gone), 0);
+    EXPECT_EXIT((g_debug_level = kPrint | 8, dup2(gone[1], STDOUT_FILENO), close(gone[0]),
+                 close(gone[1]), utilAssertFailed("path", "function", 1, "nobody reads")),
+                testing::ExitedWithCode(255), "");
     std::ifstream file("/tmp/fuse_d/wifi_log.txt");
     const std::string text(std::istreambuf_iterator<char>(file), {});
     EXPECT_THAT(text, ContainsRegex("^" + time + error + time + failure + "$"));

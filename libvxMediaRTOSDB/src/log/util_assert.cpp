@@ -9,6 +9,7 @@
 #include <ctime>
 #include <memory>
 
+#include "vcore/base/write_guard.h"
 #include <mediacheckd/platform/debug_level.h>
 
 namespace {
@@ -65,6 +66,8 @@ __attribute__((format(printf, 1, 2))) void report(const char* format, ...) {
 }  // namespace
 
 void utilAssertFailed(const char* path, const char* function, int line, const char* condition) {
+    // To the end: a reader of standard output that is gone must not end the process otherwise.
+    const vcore::WriteGuard guard;
     if (reports(kAssertThreshold)) {
         report("\033[31mASSERT:%s/%s:%d:%s\n\033[0m", path, function, line, condition);
     }
@@ -73,6 +76,7 @@ void utilAssertFailed(const char* path, const char* function, int line, const ch
 
 void utilDebugError(const char* function, int line, const char* message) {
     if (reports(kErrorThreshold)) {
+        const vcore::WriteGuard guard;
         report("[%16s:%4d] ERROR: %s\n", function, line, message);
     }
 }

@@ -3,6 +3,7 @@
 #include "libvxMediaRTOSDB/src/exchange/db_checks.h"
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
 #include "libvxMediaRTOSDB/src/records/db_log.h"
+#include "libvxMediaRTOSDB/src/records/record_reader.h"
 #include "libvxMediaRTOSDB/src/records/request_header.h"
 #include "vcore/base/signed_word.h"
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>

@@ -21,7 +21,7 @@ bool getVideoDuration(const char* dirName, const char* fileName, uint32_t* durat
     const db_video_specific_info* info = nullptr;
     const Response response = askAboutFile(connection.get(), DB_CMD_VIDEO_SPECIFIC_INFO, dirName,
                                            fileName, buffer.data());
-    // The duration counts without the highlights behind it.
+    // What is no ordinary video may come without its highlights: the duration counts all the same.
     if (findVideo(response, &item, &info) == HTTP_OK) {
         *durationMs =
             wordsReceived<db_video_specific_info>(response.bytes, sizeof(db_item_response))

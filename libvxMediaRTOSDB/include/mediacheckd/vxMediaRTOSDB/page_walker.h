@@ -15,7 +15,8 @@ extern "C" {
 // present member; the durations of grouped videos are asked of the database member by member.
 // response: the page, a db_list_response_header and its items. bytesRead: bytes received, at most
 // 1500; nothing beyond them is read.
-// startingIndex: index of the page's first item; a page never reaches beyond total_entries.
+// startingIndex: index of the page's first item. A page that starts before total_entries ends there
+// at the latest; 2^31 items and more count as none.
 // itemCallback, fileCallback: either may be null; each gets its context.
 // Returns 0 after the last item; the number of items walked when the response ends inside the next
 // one; -1 for an item of unknown content type or with a mask larger than any response.

@@ -35,7 +35,8 @@ extern "C" {
 typedef void (*zep_item_callback)(void* ctx, zep_item_s* item);
 
 // Called after the item callback: once for an item that is no group, once for each present member
-// of a group. Both names are zero-terminated and valid only during the call.
+// of a group; never for a damaged group, whose numbers run backwards or over more than the 10,000
+// that a file name can tell. Both names are zero-terminated and valid only during the call.
 typedef void (*zep_file_callback)(void* ctx, char* dirName, char* fileName);
 #ifdef __cplusplus
 }

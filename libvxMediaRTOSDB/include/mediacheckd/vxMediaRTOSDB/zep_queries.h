@@ -47,7 +47,7 @@ MEDIACHECKD_NODISCARD int dbSetZEPUploadStatus(const char* dirName, const char* 
 // Fetches the media histogram.
 // token: as for dbGetZEPItems. ignored: neither read nor written.
 // histogram: receives 32 counts; left alone when the answer is shorter than a response header.
-// Counts that did not come are 0.
+// Bytes of counts that did not come are 0.
 // Returns 0, also after a short answer or a failure status (both are logged), or -1 when the
 // database cannot be reached.
 MEDIACHECKD_NODISCARD int dbGetMediaHistogram(void* token, void* ignored, uint32_t* histogram);

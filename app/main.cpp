@@ -1,5 +1,6 @@
 // The check daemon: asks the media database once whether there is media to upload, posts the answer
 // as one event and idles until it is killed.
+#include <limits.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -30,7 +31,7 @@ EventCode eventFor(int match) {
 
 int main(int argc, char** argv) {
     // Also on a terminal nothing is written before the event but what showText writes.
-    setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
+    setvbuf(stdout, nullptr, _IOFBF, PIPE_BUF);
     vcore::Logger::init(0, 0, 0xFF, LOG_OUT_STDOUT, "");
     VLOG_INFO("%s\n", argc > 0 ? argv[0] : "");
 

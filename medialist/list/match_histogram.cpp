@@ -14,8 +14,7 @@ using Histogram = std::array<uint32_t, 32>;
 
 constexpr unsigned kSelectableBuckets = 5;
 
-// Whoever reads it through a pipe sees it before the program goes on; nobody can hold the program
-// up.
+// Whoever reads it sees it before the program goes on; the program goes on where nobody reads.
 void printHistogram(const Histogram& histogram) {
     std::string dump = "\nZEPMediaList::matchHistogram() histogram dump:\n";
     for (unsigned i = 0; i < histogram.size(); ++i) {

@@ -104,20 +104,21 @@ int ZEPMediaList::addLaterSpans() {
 
 void ZEPMediaList::itemCb(void* ctx, zep_item_s* item) {
     auto& list = *static_cast<ZEPMediaList*>(ctx);
-    if (list.mOut == nullptr || list.matchRules(item, list.mRules) == 0 ||
+    if (list.matchRules(item, list.mRules) == 0 ||
         (isSpan(*item) && !list.enterGroup(item->group_number))) {
         return;
     }
     const int32_t code = mediaCodeOf(item->content_type);
-    list.mItemReady = code != kNoCode;
-    if (!list.mItemReady) {
+    list.mItemReady = code != kNoCode && list.mOut != nullptr;
+    if (code == kNoCode) {
         VLOG_WARNING("[ZML]: ZEPMediaList::%s : unknown item type: %d\n", "itemCb",
                      signedWord(item->content_type));
-        return;
     }
-    list.mOut->text1.clear();
-    list.mOut->text2.clear();
-    list.mOut->mediaCode = code;
+    if (list.mItemReady) {
+        list.mOut->text1.clear();
+        list.mOut->text2.clear();
+        list.mOut->mediaCode = code;
+    }
 }
 
 // Returns whether the entry at the cursor stands for the group; a folded span does not.
@@ -127,7 +128,7 @@ bool ZEPMediaList::enterGroup(uint32_t groupNumber) {
         return true;
     }
     // Outside of a walk there is no entry at the cursor.
-    if (mCursor >= entriesEnd() || spans->front() != mCursor->index()) {
+    if (!mCounted || mCursor >= entriesEnd() || spans->front() != mCursor->index()) {
         return false;
     }
     mCurrentGroup = static_cast<int32_t>(groupNumber);

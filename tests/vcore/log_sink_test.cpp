@@ -1,7 +1,9 @@
 #include <mediacheckd/vcore/log_sink.h>
 
-#include <gtest/gtest.h>
+#include <fcntl.h>
+#include <gmock/gmock.h>
 #include <sys/time.h>
+#include <unistd.h>
 
 #include <ctime>
 #include <utility>
@@ -120,6 +122,29 @@ TEST(LogSink, WritesToTheSelectedOutputsInOrderEachFlushed) {
     log_sink_set_outputs(sink, LOG_OUT_CALLBACK);
     EXPECT_FALSE(log_sink_remove_callback(sink, onLine) || log_sink_remove_callback(sink, onLine));
     EXPECT_EQ(written(sink, "x"), "x\n");
+}
+
+TEST(LogSink, ShowsALineWithWhatStdioHeldBefore) {
+    const CapturedSink sink;
+    log_sink_set_outputs(sink, LOG_OUT_STDOUT);
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    const auto size = static_cast<size_t>(fcntl(ends[1], F_SETPIPE_SZ, 4096));
+    std::string text(size, ' ');
+    const auto received = [&] {
+        return text.substr(0, static_cast<size_t>(read(ends[0], text.data(), size)));
+    };
+    FILE* const realOut = std::exchange(stdout, fdopen(ends[1], "w"));
+    std::fputs("before ", stdout);
+    written(sink, "x");
+    std::string all = received() + '|';
+    all.append(1, write(ends[1], text.data(), size) == static_cast<ssize_t>(size) ? '|' : '-');
+    written(sink, "nobody reads");
+    received();
+    written(sink, "y");
+    all += received();
+    fclose(std::exchange(stdout, realOut));
+    EXPECT_THAT(all, testing::MatchesRegex("before [^ ]* x\n[|]{2}[^ ]* nobody reads\n[^ ]* y\n"));
 }
 
 TEST(LogSink, KeepsTheNameOfAFileThatDoesNotOpen) {

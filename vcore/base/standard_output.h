@@ -1,12 +1,11 @@
 // Text on standard output that neither waits for a reader nor falls with one.
 #pragma once
 
-#include <fcntl.h>
+#include <limits.h>
+#include <poll.h>
 #include <stdio_ext.h>
-#include <sys/socket.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string_view>
 
@@ -14,40 +13,29 @@
 
 namespace vcore {
 
-// Writes as much of the text as a pipe, socket or terminal takes without waiting. The reader's end
-// may be shared with other processes: it is not made non-blocking, a description of our own is.
-// Returns the number of characters written, or a negative number.
-inline ssize_t offerText(int output, mode_t type, std::string_view text) {
-    if (S_ISSOCK(type)) {
-        return send(output, text.data(), text.size(), MSG_DONTWAIT);
-    }
-    char path[32];
-    snprintf(path, sizeof path, "/proc/self/fd/%d", output);
-    const int own = open(path, O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (own < 0) {
-        return -1;
-    }
-    const ssize_t written = write(own, text.data(), text.size());
-    close(own);
-    return written;
+// Tells whether standard output takes PIPE_BUF bytes without waiting for a reader. One that is gone,
+// or a stream without a descriptor, keeps nobody waiting.
+inline bool isTakenAtOnce() {
+    pollfd output = {fileno(stdout), POLLOUT, 0};
+    return output.fd < 0 || poll(&output, 1, 0) != 0;
 }
 
-// Shows the text at once where standard output takes it without waiting. What it does not take
-// stays in stdio's buffer, behind what waits there already, until somebody flushes it.
+// Writes the text, and what stdio held before it, as far as standard output takes it without
+// waiting. The rest stays with stdio, which waits itself when it can hold no more, until the next
+// call.
 inline void showText(std::string_view text) {
     const WriteGuard guard;
-    struct stat status {};
-    const int output = fileno(stdout);
-    const bool waitsForNobody =
-        fstat(output, &status) != 0 || S_ISREG(status.st_mode) || S_ISBLK(status.st_mode);
-    if (!waitsForNobody && __fpending(stdout) == 0) {
-        const ssize_t shown = offerText(output, status.st_mode, text);
-        text.remove_prefix(shown > 0 ? static_cast<std::size_t>(shown) : 0);
+    flockfile(stdout);
+    bool shown = true;
+    while (shown && !text.empty() && isTakenAtOnce()) {
+        const std::string_view piece =
+            text.substr(0, PIPE_BUF - std::min<std::size_t>(__fpending(stdout), PIPE_BUF));
+        fwrite(piece.data(), 1, piece.size(), stdout);
+        text.remove_prefix(piece.size());
+        shown = fflush(stdout) == 0;
     }
     fwrite(text.data(), 1, text.size(), stdout);
-    if (waitsForNobody) {
-        fflush(stdout);
-    }
+    funlockfile(stdout);
 }
 
 // Writes what stdio still holds for standard output, waiting for its reader where there is one.

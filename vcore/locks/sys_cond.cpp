@@ -35,6 +35,9 @@ int sys_cond_timedwait(pthread_cond_t* cond, pthread_mutex_t* mutex, const times
 }
 
 int sys_cond_timedwait_ms(pthread_cond_t* cond, pthread_mutex_t* mutex, int milliseconds) {
+    if (cond == nullptr || mutex == nullptr) {
+        return 1;
+    }
     const timespec deadline = vcore::deadlineAfter(vcore::realTime(), milliseconds);
     return sys_cond_timedwait(cond, mutex, &deadline);
 }

@@ -95,6 +95,7 @@ void Line::end(char* message) {
 }
 
 void emitTo(FILE* stream, const char* line) {
+    const vcore::WriteGuard guard;
     fputs(line, stream);
     fflush(stream);
 }
@@ -104,7 +105,6 @@ void emit(const log_sink_t& sink, const char* line) {
         vcore::showText(line);
     }
     if ((sink.outputs & LOG_OUT_STDERR) != 0) {
-        const vcore::WriteGuard guard;
         emitTo(stderr, line);
     }
     if ((sink.outputs & LOG_OUT_FILE) != 0 && sink.stream != nullptr) {

@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "vcore/base/write_guard.h"
+#include "vcore/base/standard_output.h"
 
 namespace {
 
@@ -25,19 +25,14 @@ int allowCoreFiles() {
     return entered;
 }
 
-// What stdio holds would be written by the parent, which ends, and by the daemon once more.
-void flushBeforeFork() {
-    const vcore::WriteGuard guard;
-    fflush(nullptr);
-}
-
 }  // namespace
 
 int daemon_init_ext(int allowCoreDump) {
     if (getppid() == 1) {
         return 0;
     }
-    flushBeforeFork();
+    // What stdio holds would be written by the parent, which ends, and by the daemon once more.
+    vcore::flushStandardOutput();
     const pid_t child = fork();
     if (child < 0) {
         return -1;

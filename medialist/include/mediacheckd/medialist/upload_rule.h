@@ -27,7 +27,8 @@ enum UploadRuleKind : uint32_t {
 };
 
 // One rule. A list of rules accepts an item when one of its target rules selects the item's upload
-// status and one of its condition rules holds for the item, in whatever order.
+// status and one of its condition rules holds for the item, in whatever order. Items of type 7 and
+// 11 are accepted by none.
 struct UploadRule {
     uint8_t target = 0;  // non-zero for a target rule, which selects a status
     uint32_t kind = UPLOAD_RULE_ANY;
@@ -36,7 +37,7 @@ struct UploadRule {
     uint32_t scoreMax = 0;
     uint32_t durationMin = 0;  // seconds
     uint32_t durationMax = 0;
-    uint32_t countMin = 0;  // files; of a group in several spans, those of the first
+    uint32_t countMin = 0;  // numbers of the group's first span, those without a file included
     uint32_t countMax = 0;
     uint32_t reserved = 0;
 };

@@ -25,7 +25,8 @@
 //   }
 //
 // The list belongs to one session of the database. Each reply's session is compared with that of
-// the reply before, except for the first reply after a first count, a sort or a rewind. When it is
+// the reply before, except for the first reply of a first count and the first one after it, after a
+// sort or a rewind. When it is
 // another one, the database has changed: the list drops what it counted, the operation fails, and
 // the next one counts afresh.
 //
@@ -59,7 +60,7 @@ class ZEPMediaList {
     // standard output and tests the buckets that the mask selects, bit 0 to 4 for bucket 0 to 4;
     // higher bits select nothing. Drops what was counted.
     // Returns 1 when a selected bucket holds an item, 0 when none does, -1 when the database cannot
-    // be reached (nothing is printed then) or has changed.
+    // be reached (nothing is printed then).
     [[nodiscard]] int matchHistogram(int mask);
 
     // The items that a list can tell apart: an entry's index has 18 bits.
@@ -83,13 +84,13 @@ class ZEPMediaList {
 
     // Walks to the next entry that the rules accept and adds its files to out, which stays the
     // caller's. Counts first when the list is not built.
-    // Returns kItem with an item in out; kEnd after the last one, and where the database delivers
-    // no item for an entry, which the next call asks for again; kSessionChanged when the database
-    // has changed; kFailed when it cannot be reached, when a page is invalid, behind the last entry
-    // of a database with more than kMaxItems items or when the count
-    // fails (also for a changed session), with the walk at the entry it has come to: when the later
-    // span of a group fails, behind the group.
-    // Without kItem, out is not to be relied on.
+    // Returns kItem with an item in out; kEnd after the last one, and where the database counts no
+    // item for an entry, which the next call asks for again (one that is counted and does not come
+    // is passed over); kSessionChanged when the database has changed; kFailed when it cannot be
+    // reached, when a page is invalid, behind the last entry of a database with more than kMaxItems
+    // items or when the count fails (also for a changed session), with the walk at the entry it has
+    // come to: when the later span of a group fails, behind the group. Without kItem, out is not to
+    // be relied on.
     [[nodiscard]] int getNextMedia(MediaOutput* out, std::vector<UploadRule>& rules);
 
     // Writes the upload status of one file, which later counts and histograms show.

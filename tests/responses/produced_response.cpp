@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 
 #include <fstream>
-#include <new>
 
 using namespace scripted;
 
@@ -14,8 +13,9 @@ void failAllocation(int n) {
     sAllocationsLeft = n;
 }
 
-void* operator new[](size_t size, const std::nothrow_t&) noexcept {
-    return sAllocationsLeft-- == 0 ? nullptr : ::operator new[](size);
+extern "C" void* __real_calloc(size_t count, size_t size);
+extern "C" void* __wrap_calloc(size_t count, size_t size) {
+    return sAllocationsLeft-- == 0 ? nullptr : __real_calloc(count, size);
 }
 
 Produced produce(const std::function<int()>& producer) {

@@ -24,5 +24,5 @@ struct ListDatabase {
     scripted::Exchange answer(const scripted::Bytes& request) const;
 };
 
-// Makes operator new fail: the n-th of the allocations without exceptions from now on, from 0.
+// Makes an allocation of the library fail: the n-th from now on, from 0.
 void failAllocation(int n);

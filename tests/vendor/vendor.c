@@ -1,5 +1,5 @@
-// A camera's libraries as their maker might build them: the database answers inside the process, the
-// event builder has an encoding of its own.
+// A camera's libraries as their maker might build them: the database answers inside the process,
+// the event builder has an encoding of its own.
 #include <stdio.h>
 #include <string.h>
 #include <mediacheckd/platform/csi.h>
@@ -39,7 +39,8 @@ void vxIpcDestroy(vxIpcEndpoint* endpoint) {
 }
 
 // A message is its length in two bytes, most significant first, and texts of one length byte each.
-static uint32_t append(unsigned char* message, uint32_t capacity, uint32_t length, const void* value) {
+static uint32_t append(unsigned char* message, uint32_t capacity, uint32_t length,
+                       const void* value) {
     const uint32_t used = (uint32_t)message[0] << 8 | message[1];
     if (length > 255 || used + 1 + length > capacity) {
         return 0;

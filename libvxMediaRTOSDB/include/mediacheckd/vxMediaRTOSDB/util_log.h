@@ -20,9 +20,8 @@ extern "C" {
 extern uint32_t g_logLevel;
 
 // Sends one line to the system log at priority LOG_ERR: the level's name, a colon, the message,
-// then " @file:line", or a blank where that does not fit. Level name and message together are cut at
-// 349 characters.
-// level: 0 to 6. file: the base name of the caller's source file.
+// then " @file:line", or a blank where that does not fit. Level name and message together are cut
+// at 349 characters. level: 0 to 6. file: the base name of the caller's source file.
 void util_log_print(int level, int line, const char* file, const char* format, ...)
     __attribute__((format(printf, 4, 5)));
 

@@ -1,7 +1,7 @@
 #include <mediacheckd/vxMediaRTOSDB/text_buffer.h>
 
+#include <cstdlib>
 #include <cstring>
-#include <new>
 
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
@@ -28,7 +28,8 @@ const char* baseName(const char* path) {
 
 bool TextBuffer::allocate(TextBufferKind kind) {
     *this = {};
-    mText = new (std::nothrow) char[limitOf(kind) + 1]();
+    // Memory that comes zeroed from the kernel is not touched before it is used.
+    mText = static_cast<char*>(std::calloc(limitOf(kind) + 1, 1));
     if (!mText) {
         return false;
     }
@@ -38,7 +39,7 @@ bool TextBuffer::allocate(TextBufferKind kind) {
 }
 
 void TextBuffer::release() {
-    delete[] mText;
+    std::free(mText);
     *this = {};
 }
 

@@ -13,8 +13,8 @@
 
 namespace vcore {
 
-// Tells whether standard output takes PIPE_BUF bytes without waiting for a reader. One that is gone,
-// or a stream without a descriptor, keeps nobody waiting.
+// Tells whether standard output takes PIPE_BUF bytes without waiting for a reader. One that is
+// gone, or a stream without a descriptor, keeps nobody waiting.
 inline bool isTakenAtOnce() {
     pollfd output = {fileno(stdout), POLLOUT, 0};
     return output.fd < 0 || poll(&output, 1, 0) != 0;

@@ -16,7 +16,7 @@ int setField(log_sink_t* sink, uint32_t log_sink_t::*field, uint32_t value) {
     if (sink == nullptr) {
         return 1;
     }
-    sink->*field = value;
+    vcore::shared(sink->*field).store(value, std::memory_order_relaxed);
     return 0;
 }
 
@@ -24,7 +24,7 @@ int getField(const log_sink_t* sink, uint32_t log_sink_t::*field, uint32_t* valu
     if (sink == nullptr || value == nullptr) {
         return 1;
     }
-    *value = sink->*field;
+    *value = vcore::shared(sink->*field).load(std::memory_order_relaxed);
     return 0;
 }
 

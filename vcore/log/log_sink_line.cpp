@@ -95,9 +95,14 @@ void Line::end(char* message) {
 }
 
 void emitTo(FILE* stream, const char* line) {
-    const vcore::WriteGuard guard;
     fputs(line, stream);
     fflush(stream);
+}
+
+// Whoever reads the stream may be gone.
+void emitGuarded(FILE* stream, const char* line) {
+    const vcore::WriteGuard guard;
+    emitTo(stream, line);
 }
 
 void emit(const log_sink_t& sink, const char* line) {
@@ -105,10 +110,10 @@ void emit(const log_sink_t& sink, const char* line) {
         vcore::showText(line);
     }
     if ((sink.outputs & LOG_OUT_STDERR) != 0) {
-        emitTo(stderr, line);
+        emitGuarded(stderr, line);
     }
     if ((sink.outputs & LOG_OUT_FILE) != 0 && sink.stream != nullptr) {
-        emitTo(sink.stream, line);
+        (sink.ownsStream != 0 ? emitTo : emitGuarded)(sink.stream, line);
     }
     if ((sink.outputs & LOG_OUT_CALLBACK) != 0 && sink.callbacks != nullptr) {
         // By index: a callback may add or remove one.

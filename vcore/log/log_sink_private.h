@@ -1,6 +1,7 @@
 // What the files of the log sink share: its filters and its list of callbacks.
 #pragma once
 
+#include <atomic>
 #include <vector>
 
 #include <mediacheckd/vcore/log_sink.h>
@@ -11,11 +12,19 @@ struct log_callback_list {
 
 namespace vcore {
 
+// A setting of the sink, which is read while another thread sets it.
+inline std::atomic_ref<uint32_t> shared(const uint32_t& setting) {
+    return std::atomic_ref(const_cast<uint32_t&>(setting));
+}
+
 inline bool passesFilters(const log_sink_t& sink, uint32_t category, uint32_t level) {
-    if ((category & sink.categoryMask) == 0) {
+    const auto now = [](const uint32_t& setting) {
+        return shared(setting).load(std::memory_order_relaxed);
+    };
+    if ((category & now(sink.categoryMask)) == 0) {
         return false;
     }
-    return level <= sink.level || (level & sink.levelMask) != 0;
+    return level <= now(sink.level) || (level & now(sink.levelMask)) != 0;
 }
 
 }  // namespace vcore

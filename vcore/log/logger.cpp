@@ -55,14 +55,11 @@ Logger::~Logger() {
 }
 
 int Logger::log(std::uint32_t category, std::uint32_t level, const char* format, ...) {
+    // Most lines end here, without the lock.
+    if (mSink == nullptr || (format != nullptr && !passesFilters(*mSink, category, level))) {
+        return 0;
+    }
     const AutoLock lock(&sMutex.mutex);
-    if (mSink == nullptr) {
-        return 0;
-    }
-    // Asked here already, because most lines end here: they cost little more than the lock.
-    if (format != nullptr && !passesFilters(*mSink, category, level)) {
-        return 0;
-    }
     va_list arguments;
     va_start(arguments, format);
     const int result = log_sink_vprintf(mSink, category, level, format, arguments);
@@ -71,7 +68,6 @@ int Logger::log(std::uint32_t category, std::uint32_t level, const char* format,
 }
 
 bool Logger::passes(std::uint32_t category, std::uint32_t level) const {
-    const AutoLock lock(&sMutex.mutex);
     return mSink != nullptr && passesFilters(*mSink, category, level);
 }
 

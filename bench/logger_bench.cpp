@@ -59,6 +59,6 @@ BENCHMARK(spdlogLine);
 }  // namespace
 
 int main(int argc, char** argv) {
-    return runBenchmarks(argc, argv,
-                         {{"filteredLine", "lockUnlock", 1.05}, {"writtenLine", "spdlogLine", 1.0}});
+    return runBenchmarks(
+        argc, argv, {{"filteredLine", "lockUnlock", 1.05}, {"writtenLine", "spdlogLine", 1.0}});
 }

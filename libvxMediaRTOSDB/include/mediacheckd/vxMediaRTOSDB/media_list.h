@@ -23,6 +23,18 @@ extern "C" {
 // begin with "f=gumi".
 MEDIACHECKD_NODISCARD int generateMediaList(void* outputHandle, const char* query);
 
+// Answers a query for a piece of the media list on standard output, which it flushes. Its keys are
+// "f" and "fields" of a media list, and numbers: "start", the index of the first item, from 0;
+// "count", 1 to 200 items of the database, 50 without it, of which those of another kind are not
+// listed; "from" and "to", the first and the last creation time in seconds since 1970, 0 for none.
+// The document tells "session", the database's session, "total", how many items there are, and
+// "next", the start of the next piece; without "next" this was the last one. outputHandle: may be
+// null. query: zero-terminated, not null: the process ends. The status is 200; 400 for a number of
+// another form, a "count" that is none of these, a key given twice and the data set "gumi"; 501 for
+// an unknown data set; 404 when the card has no identity; 500 when memory, the database or the
+// space for the piece fail. Returns 0 for status 200, else -1.
+MEDIACHECKD_NODISCARD int generateListPiece(void* outputHandle, const char* query);
+
 // Lists one range of the database on standard output, which it flushes, with a fixed set of keys.
 // handle: ignored. maxRequests: pages to fetch at most; below 1 the list is empty.
 // itemsPerRequest: items of a page. startingIndex: index of the first item, from 0.

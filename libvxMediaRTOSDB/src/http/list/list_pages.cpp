@@ -113,6 +113,8 @@ class ListPages {
 
     int run();
 
+    [[nodiscard]] ListProgress progress() const { return {mNextIndex, mTotalEntries, mSessionId}; }
+
   private:
     void restart();
     std::optional<Failure> exchange(int* received);
@@ -130,6 +132,8 @@ class ListPages {
     int mStatus = HTTP_OK;
     db_list_with_parameters_request mRequest = {};
     uint64_t mNextIndex = 0;
+    uint32_t mTotalEntries = 0;
+    uint32_t mSessionId = 0;
     uint32_t mRequests = 0;
     bool mComplete = false;
     uint8_t mResponse[kResponseBufferSize];
@@ -188,6 +192,8 @@ std::optional<Failure> ListPages::listPage() {
     ++mRequests;
 
     auto& header = *reinterpret_cast<db_list_response_header*>(mResponse);
+    mTotalEntries = header.total_entries;
+    mSessionId = header.session_id;
     logResponse(header);
     correctCount(mRequest.list.header, &header.header, UTIL_LOG_WARN);
     checkToken(header.header.token, mRequest.list.header);
@@ -236,14 +242,16 @@ std::optional<Failure> ListPages::listItems(std::span<const uint8_t> page, uint3
 
 std::optional<Failure> ListPages::planNextRequest(uint32_t totalEntries) {
     db_list_request& next = mRequest.list;
-    mComplete = mNextIndex >= totalEntries || next.header.request_count == 0;
+    const uint64_t walked = mNextIndex - mPlan.firstRequest.list.starting_index;
+    const uint64_t wanted = mPlan.maxItems != 0 ? mPlan.maxItems : UINT64_MAX;
+    mComplete = mNextIndex >= totalEntries || walked >= wanted || next.header.request_count == 0;
     if (mComplete || mStatus != HTTP_OK) {
         return std::nullopt;
     }
     if (mNextIndex == next.starting_index) {
         return pageEmpty(next.starting_index);
     }
-    if (mNextIndex - mPlan.firstRequest.list.starting_index >= kMaxItems) {
+    if (walked >= kMaxItems) {
         UTIL_LOG(UTIL_LOG_ERROR, "no end after %d of %d items, exiting\n", signedWord(kMaxItems),
                  signedWord(totalEntries));
         mStatus = HTTP_INTERNAL_ERROR;
@@ -251,7 +259,8 @@ std::optional<Failure> ListPages::planNextRequest(uint32_t totalEntries) {
     const db_list_request& measure = mPlan.asksForAsManyAgain ? mPlan.firstRequest.list : next;
     const uint32_t most = measure.header.request_count;
     const uint64_t left = uint64_t{totalEntries} + 1 - mNextIndex;
-    next.header.request_count = static_cast<uint32_t>(std::min<uint64_t>(most, left));
+    next.header.request_count =
+        static_cast<uint32_t>(std::min({uint64_t{most}, left, wanted - walked}));
     next.starting_index = static_cast<uint32_t>(mNextIndex);
     return std::nullopt;
 }
@@ -312,6 +321,12 @@ void ListPages::logListRequest() const {
 
 }  // namespace
 
-int listPages(rtosConnection* connection, const ListPlan& plan, FileGroups* groups) {
-    return ListPages(connection, plan, groups).run();
+int listPages(rtosConnection* connection, const ListPlan& plan, FileGroups* groups,
+              ListProgress* progress) {
+    ListPages pages(connection, plan, groups);
+    const int status = pages.run();
+    if (progress) {
+        *progress = pages.progress();
+    }
+    return status;
 }

@@ -110,7 +110,7 @@ int parseQueryFolder(std::string_view query, QuerySettings* pSettings) {
         return value.status;
     }
     if (value.text.size() > kDirNameSize) {
-        return rejectValue(HTTP_BAD_REQUEST, "%s=%s is an invalid value\n", kFolderKey, value);
+        return rejectValue(HTTP_BAD_REQUEST, kInvalidValue, kFolderKey, value);
     }
     value.text.copy(pSettings->dirName, kDirNameSize);
     return checkNotRepeated(query, kFolderKey);

@@ -1,6 +1,5 @@
 #include <mediacheckd/vxMediaRTOSDB/query_status.h>
 
-#include <charconv>
 #include <string_view>
 
 #include "libvxMediaRTOSDB/src/http/query/query_value.h"
@@ -8,14 +7,6 @@
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 
 namespace {
-
-constexpr size_t kMaxStatusDigits = 10;
-
-bool parseNumber(std::string_view digits, uint32_t* number) {
-    const char* end = digits.data() + digits.size();
-    const auto [stop, error] = std::from_chars(digits.data(), end, *number);
-    return digits.size() <= kMaxStatusDigits && stop == end && error == std::errc();
-}
 
 // Returns the filter that writes the status, or the filter itself when it has none.
 uint32_t settingFilter(uint32_t filter) {
@@ -54,7 +45,7 @@ int parseQueryStatus(const char* query, int queryLength, QuerySettings* pSetting
     if (wanted) {
         uint32_t number = 0;
         if (!parseNumber(value.text, &number)) {
-            return rejectValue(HTTP_BAD_REQUEST, "%s=%s is an invalid value\n", key, value);
+            return rejectValue(HTTP_BAD_REQUEST, kInvalidValue, key, value);
         }
         pSettings->newUploadStatus = number;
         pSettings->filter = filter;

@@ -1,5 +1,7 @@
 #include "libvxMediaRTOSDB/src/http/query/query_value.h"
 
+#include <charconv>
+
 #include "libvxMediaRTOSDB/src/http/query/find_value.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 #include <mediacheckd/vxMediaRTOSDB/query_string.h>
@@ -36,6 +38,25 @@ QueryValue readQueryValue(std::string_view query, const QueryKey& key, std::span
     QueryValue value = {.status = HTTP_OK, .text = buffer.data()};
     value.status = checkLookup(result, key, value);
     return value;
+}
+
+bool parseNumber(std::string_view digits, uint32_t* number) {
+    constexpr size_t kMaxDigits = 10;
+    const char* end = digits.data() + digits.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, *number);
+    return digits.size() <= kMaxDigits && stop == end && error == std::errc();
+}
+
+int readQueryNumber(std::string_view query, const QueryKey& key, uint32_t* number) {
+    char buffer[kQueryValueSize];
+    const QueryValue value = readQueryValue(query, key, buffer);
+    if (value.status != HTTP_OK || value.text.empty()) {
+        return value.status;
+    }
+    if (!parseNumber(value.text, number)) {
+        return rejectValue(HTTP_BAD_REQUEST, kInvalidValue, key, value);
+    }
+    return checkNotRepeated(query, key);
 }
 
 int checkNotRepeated(std::string_view query, const QueryKey& key) {

@@ -1,5 +1,7 @@
-// A camera's libraries as their maker might build them: the database answers inside the process,
-// the event builder has an encoding of its own.
+// The least that a camera's libraries can be: the database answers inside the process, the event
+// builder has an encoding of its own. camera_sdkConfig.cmake makes a package of it:
+//
+//   cc -shared -fPIC -I.../platform/include -o libcamera_sdk.so camera_sdk.c
 #include <stdio.h>
 #include <string.h>
 #include <mediacheckd/platform/csi.h>

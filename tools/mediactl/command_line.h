@@ -74,6 +74,7 @@ class CommandLine {
     bool mJson = false;
 };
 
+void addDoctorCommand(CommandLine& line);      // doctor
 void addEventCommands(CommandLine& line);      // listen
 void addHistogramCommands(CommandLine& line);  // histogram
 void addItemCommands(CommandLine& line);       // items

@@ -10,6 +10,7 @@ int main(int argc, char** argv) {
 
     openlog("mediactl", LOG_PERROR, LOG_USER);
     CommandLine line;
+    addDoctorCommand(line);
     addEventCommands(line);
     addHistogramCommands(line);
     addItemCommands(line);

@@ -5,6 +5,7 @@
 
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
 #include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
+#include "libvxMediaRTOSDB/src/http/text/text_append.h"
 #include "tests/responses/produced_response.h"
 #include <mediacheckd/vxMediaRTOSDB/media_list.h>
 #include <mediacheckd/vxMediaRTOSDB/media_metadata.h>
@@ -146,8 +147,8 @@ TEST(Metadata, AppendsTheWholeObjectOrFails) {
     MediaDBOutputGuard output(nullptr);
     TextBuffer& entry = output.get()->localEntryBuffer;
     const auto statusAfter = [&](size_t length) {
-        entry.clear();
-        entry.append(here(), std::string(length, ' '));
+        clearText(entry);
+        appendText(entry, here(), std::string(length, ' '));
         return generateMetadataVideoInfo(output.get(), connection.get(), &settings);
     };
     EXPECT_EQ(statusAfter(kEntryLimit + 1), 200);  // what was lost before does not count

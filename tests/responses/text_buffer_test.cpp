@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
+#include "libvxMediaRTOSDB/src/http/text/text_append.h"
 #include "tests/responses/produced_response.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 #include <mediacheckd/vxMediaRTOSDB/media_formatters.h>
@@ -23,16 +24,17 @@ TEST(TextBuffer, KeepsItsLimit) {
     };
     for (const auto& c : cases) {
         TextBuffer buffer;
-        ASSERT_TRUE(buffer.allocate(c.kind));
+        ASSERT_TRUE(allocateText(buffer, c.kind));
         for (const size_t size : {c.limit - 1, c.limit, c.limit + 1}) {
             scripted::reset();
-            buffer.clear();
+            clearText(buffer);
             const std::string start(size - 23, 'x');
-            const TextBuffer::Mark before = buffer.mark();
-            buffer.append(here(), start);
+            const uint32_t before = buffer.losses;
+            appendText(buffer, here(), start);
             // The last part's bound is above its size: only the exact measure tells that it fits.
             const SourcePlace place = here();
-            buffer.append(place, "a", 4294967295u, JsonText{"\"\\\x01"}, std::string_view("b"), 7u);
+            appendText(buffer, place, "a", 4294967295u, JsonText{"\"\\\x01"}, std::string_view("b"),
+                       7u);
             const bool fits = size <= c.limit;
             EXPECT_EQ(buffer.complete(before), fits);
             EXPECT_EQ(buffer.text(), fits ? start + "a4294967295\\\"\\\\\\u0001b7" : "");
@@ -40,7 +42,7 @@ TEST(TextBuffer, KeepsItsLimit) {
                                       "text_buffer_test.cpp:" + std::to_string(place.line) + "\n"),
                       !fits);
         }
-        buffer.release();
+        releaseText(buffer);
     }
 }
 
@@ -56,7 +58,7 @@ TEST(MediaDBOutput, HoldsNothingWithoutMemory) {
 TEST(Formatters, GoOnAfterAKeyThatDoesNotFit) {
     MediaDBOutputGuard output(nullptr);
     TextBuffer& entry = output.get()->localEntryBuffer;
-    entry.append(here(), std::string(kEntryLimit - 40, 'x'));
+    appendText(entry, here(), std::string(kEntryLimit - 40, 'x'));
     const db_gumi gumi = {{1}};
     EXPECT_EQ(formatGUMI(output.get(), kAllFields, "", &gumi, &gumi), HTTP_INTERNAL_ERROR);
     EXPECT_EQ(entry.text(), ",\"pgumi\":\"01000000000000000000000000000000\"");

@@ -1,5 +1,6 @@
 #include "libvxMediaRTOSDB/src/http/list/file_groups.h"
 
+#include "libvxMediaRTOSDB/src/http/text/text_append.h"
 FileGroups::FileGroups(vxMediaDBOutput* output)
     : mMode(Mode::kBuffered),
       mPage(&output->localBuffer),
@@ -10,7 +11,7 @@ FileGroups::FileGroups(TextBuffer* page)
     : mMode(Mode::kStraightIntoPage), mPage(page), mGroup(page), mObject(page) {}
 
 void FileGroups::restart() {
-    mPage->clear();
+    clearText(*mPage);
     mOpen = false;
     mGroups = 0;
 }
@@ -21,10 +22,10 @@ void FileGroups::enter(std::string_view name) {
     }
     leave();
     if (buffered()) {
-        mGroup->clear();
+        clearText(*mGroup);
     }
-    mGroup->append(here(), std::string_view(mGroups > 0 ? "," : ""), "{\"d\":\"", JsonText{name},
-                   "\",\"fs\":[");
+    appendText(*mGroup, here(), std::string_view(mGroups > 0 ? "," : ""), "{\"d\":\"",
+               JsonText{name}, "\",\"fs\":[");
     mOpen = true;
     mDirectoryLength = name.copy(mDirectory, sizeof mDirectory);
     mFiles = 0;
@@ -38,26 +39,26 @@ void FileGroups::leave() {
     if (buffered() && mFiles == 0) {
         return;
     }
-    mGroup->append(here(), kClosing);
+    appendText(*mGroup, here(), kClosing);
     if (buffered()) {
-        mPage->append(here(), mGroup->text());
+        appendText(*mPage, here(), mGroup->text());
     }
     ++mGroups;
 }
 
 TextBuffer* FileGroups::beginFile() {
     if (mFiles++ > 0) {
-        mGroup->append(here(), ",");
+        appendText(*mGroup, here(), ",");
     }
-    mObject->append(here(), "{");
+    appendText(*mObject, here(), "{");
     return mObject;
 }
 
 void FileGroups::endFile() {
-    mObject->append(here(), "}");
+    appendText(*mObject, here(), "}");
     if (!buffered()) {
         return;
     }
-    mGroup->append(here(), mObject->text());
-    mObject->clear();
+    appendText(*mGroup, here(), mObject->text());
+    clearText(*mObject);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include "libvxMediaRTOSDB/src/http/text/text_append.h"
 
 #include "libvxMediaRTOSDB/src/http/list/media_document.h"
 #include "libvxMediaRTOSDB/src/http/query/text_split.h"
@@ -60,11 +61,11 @@ int formatFileGUMIResponse(vxMediaDBOutput* output, const char* pPrepend,
     UTIL_ASSERT(pPrepend);
     UTIL_ASSERT(pInfo);
     TextBuffer& entry = output->localEntryBuffer;
-    entry.append(here(), std::string_view(pPrepend), "{\"n\":\"",
-                 JsonText{textOf(pInfo->file_name)}, "\"");
+    appendText(entry, here(), std::string_view(pPrepend), "{\"n\":\"",
+               JsonText{textOf(pInfo->file_name)}, "\"");
     const int status = formatGUMI(output, kAllFields, ",", pGUMI, pPGUMI);
     if (status == HTTP_OK) {
-        entry.append(here(), "}");
+        appendText(entry, here(), "}");
     }
     return status;
 }
@@ -79,8 +80,8 @@ int writeFile(vxMediaDBOutput* output, rtosConnection* connection, const char* d
     const int status =
         getFileGUMIResponse(connection, directory, file, response, &item, &gumi, &parentGumi);
     if (status == HTTP_NOT_FOUND) {
-        output->localEntryBuffer.append(here(), std::string_view(prefix), "{\"n\":\"",
-                                        JsonText{file}, "\",\"DNE\":\"1\"}");
+        appendText(output->localEntryBuffer, here(), std::string_view(prefix), "{\"n\":\"",
+                   JsonText{file}, "\",\"DNE\":\"1\"}");
         return HTTP_OK;
     }
     if (status != HTTP_OK) {
@@ -96,7 +97,7 @@ int writeGroup(vxMediaDBOutput* output, rtosConnection* connection, Question que
 
     TextBuffer& entry = output->localEntryBuffer;
     TextBuffer& group = output->localDirectoryBuffer;
-    group.append(here(), "{\"d\":\"", JsonText{directory}, "\",\"fs\":[");
+    appendText(group, here(), "{\"d\":\"", JsonText{directory}, "\",\"fs\":[");
     const char* prefix = "";
     for (auto name = takePiece(&question.files, ','); !name.empty();
          name = takePiece(&question.files, ',')) {
@@ -106,12 +107,12 @@ int writeGroup(vxMediaDBOutput* output, rtosConnection* connection, Question que
         if (status != HTTP_OK) {
             return status;
         }
-        group.append(here(), entry.text());
-        entry.clear();
+        appendText(group, here(), entry.text());
+        clearText(entry);
         prefix = ",";
     }
-    group.append(here(), "]}");
-    output->localBuffer.append(here(), group.text());
+    appendText(group, here(), "]}");
+    appendText(output->localBuffer, here(), group.text());
     return output->complete() ? HTTP_OK : HTTP_INTERNAL_ERROR;
 }
 

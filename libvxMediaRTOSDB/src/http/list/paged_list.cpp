@@ -4,6 +4,7 @@
 #include "libvxMediaRTOSDB/src/http/list/media_document.h"
 #include "libvxMediaRTOSDB/src/http/response/http_output.h"
 #include "libvxMediaRTOSDB/src/http/response/response_start.h"
+#include "libvxMediaRTOSDB/src/http/text/text_append.h"
 #include "libvxMediaRTOSDB/src/log/elapsed_time.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
@@ -16,7 +17,7 @@ namespace {
 // A page buffer that lives as long as its scope.
 struct Page {
     TextBuffer text;
-    ~Page() { text.release(); }
+    ~Page() { releaseText(text); }
 };
 
 }  // namespace
@@ -26,7 +27,7 @@ int dbGetPagedList(void*, int maxRequests, uint32_t itemsPerRequest, uint32_t st
                    const uint32_t* parameters) {
     UTIL_ASSERT(parameterCount < 1 || parameters);
     Page page;
-    if (!page.text.allocate(TextBufferKind::kPage)) {
+    if (!allocateText(page.text, TextBufferKind::kPage)) {
         UTIL_LOG(UTIL_LOG_ERROR, "malloc failed medialist\n");
         return printErrorResponse(HTTP_INTERNAL_ERROR);
     }

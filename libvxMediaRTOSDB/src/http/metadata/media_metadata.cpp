@@ -6,6 +6,7 @@
 #include "libvxMediaRTOSDB/src/http/response/response_start.h"
 #include "libvxMediaRTOSDB/src/http/text/key_writer.h"
 #include "libvxMediaRTOSDB/src/http/text/media_values.h"
+#include "libvxMediaRTOSDB/src/http/text/text_append.h"
 #include "libvxMediaRTOSDB/src/http/text/video_keys.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
 #include "vcore/base/signed_word.h"
@@ -190,8 +191,8 @@ int writeObject(vxMediaDBOutput* output, rtosConnection* connection,
                 const QuerySettings* settings) {
     Metadata metadata = {output, connection, settings, {}};
     TextBuffer& entry = output->localEntryBuffer;
-    const TextBuffer::Mark start = entry.mark();
-    entry.append(here(), "{");
+    const uint32_t start = entry.losses;
+    appendText(entry, here(), "{");
     if (!entry.complete(start)) {
         return HTTP_INTERNAL_ERROR;
     }
@@ -199,7 +200,7 @@ int writeObject(vxMediaDBOutput* output, rtosConnection* connection,
     if (status != HTTP_OK) {
         return status;
     }
-    entry.append(here(), "}");
+    appendText(entry, here(), "}");
     return entry.complete(start) ? HTTP_OK : HTTP_INTERNAL_ERROR;
 }
 

@@ -2,8 +2,8 @@
 
 #include <cstdio>
 
+#include "libvxMediaRTOSDB/src/http/text/text_part.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
-#include <mediacheckd/vxMediaRTOSDB/text_part.h>
 
 void printHeader(int status) {
     std::printf("HTTP/1.1 %d \r\n", status);

@@ -1,5 +1,6 @@
 #include <mediacheckd/vxMediaRTOSDB/media_db_output.h>
 
+#include "libvxMediaRTOSDB/src/http/text/text_append.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
@@ -7,11 +8,11 @@ int vxMediaDBOutputCtor(vxMediaDBOutput* pOutput, void* outputHandle) {
     UTIL_ASSERT(pOutput);
     *pOutput = {};
     pOutput->outputHandle = outputHandle;
-    if (!pOutput->localBuffer.allocate(TextBufferKind::kPage)) {
+    if (!allocateText(pOutput->localBuffer, TextBufferKind::kPage)) {
         UTIL_LOG(UTIL_LOG_ERROR, "malloc localBuffer failed medialist\n");
-    } else if (!pOutput->localDirectoryBuffer.allocate(TextBufferKind::kDirectory)) {
+    } else if (!allocateText(pOutput->localDirectoryBuffer, TextBufferKind::kDirectory)) {
         UTIL_LOG(UTIL_LOG_ERROR, "malloc localDirectoryBuffer failed medialist\n");
-    } else if (!pOutput->localEntryBuffer.allocate(TextBufferKind::kEntry)) {
+    } else if (!allocateText(pOutput->localEntryBuffer, TextBufferKind::kEntry)) {
         UTIL_LOG(UTIL_LOG_ERROR, "malloc localEntryBuffer failed medialist\n");
     } else {
         return 0;
@@ -21,7 +22,7 @@ int vxMediaDBOutputCtor(vxMediaDBOutput* pOutput, void* outputHandle) {
 }
 
 void vxMediaDBOutputDtor(vxMediaDBOutput* pOutput) {
-    pOutput->localBuffer.release();
-    pOutput->localDirectoryBuffer.release();
-    pOutput->localEntryBuffer.release();
+    releaseText(pOutput->localBuffer);
+    releaseText(pOutput->localDirectoryBuffer);
+    releaseText(pOutput->localEntryBuffer);
 }

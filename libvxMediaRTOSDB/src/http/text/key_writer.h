@@ -7,9 +7,9 @@
 #include <span>
 #include <string_view>
 
+#include "libvxMediaRTOSDB/src/http/text/text_append.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 #include <mediacheckd/vxMediaRTOSDB/query_settings.h>
-#include <mediacheckd/vxMediaRTOSDB/text_buffer.h>
 
 // Texts joined by ",".
 class JoinedText {
@@ -21,9 +21,9 @@ class JoinedText {
     template <typename... Parts>
     void add(SourcePlace place, const Parts&... parts) {
         if (mFirst) {
-            mBuffer->append(place, mPrefix, parts...);
+            appendText(*mBuffer, place, mPrefix, parts...);
         } else {
-            mBuffer->append(place, ',', parts...);
+            appendText(*mBuffer, place, ',', parts...);
         }
         mFirst = false;
     }
@@ -38,7 +38,7 @@ class KeyWriter {
   public:
     // prefix: written before the first key, "," before each further one.
     KeyWriter(TextBuffer* buffer, uint32_t fieldMask, std::string_view prefix)
-        : mBuffer(buffer), mKeys(buffer, prefix), mFieldMask(fieldMask), mStart(buffer->mark()) {}
+        : mBuffer(buffer), mKeys(buffer, prefix), mFieldMask(fieldMask), mStart(buffer->losses) {}
 
     // "key":"123"
     template <size_t Size>
@@ -97,7 +97,7 @@ class KeyWriter {
         mKeys.add(place, opening);
         JoinedText elements(mBuffer, "");
         addElements(elements);
-        mBuffer->append(place, closing);
+        appendText(*mBuffer, place, closing);
     }
 
     [[nodiscard]] bool selects(uint32_t field) const { return (mFieldMask & field) != 0; }
@@ -111,5 +111,5 @@ class KeyWriter {
     TextBuffer* mBuffer;
     JoinedText mKeys;
     uint32_t mFieldMask;
-    TextBuffer::Mark mStart;
+    uint32_t mStart;
 };

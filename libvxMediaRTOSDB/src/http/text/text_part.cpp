@@ -1,4 +1,4 @@
-#include <mediacheckd/vxMediaRTOSDB/text_part.h>
+#include "libvxMediaRTOSDB/src/http/text/text_part.h"
 
 #include "libvxMediaRTOSDB/src/records/hex_digits.h"
 

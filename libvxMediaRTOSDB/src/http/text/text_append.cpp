@@ -1,4 +1,4 @@
-#include <mediacheckd/vxMediaRTOSDB/text_buffer.h>
+#include "libvxMediaRTOSDB/src/http/text/text_append.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -26,27 +26,27 @@ const char* baseName(const char* path) {
 
 }  // namespace
 
-bool TextBuffer::allocate(TextBufferKind kind) {
-    *this = {};
+bool allocateText(TextBuffer& buffer, TextBufferKind kind) {
+    buffer = {};
     // Memory that comes zeroed from the kernel is not touched before it is used.
-    mText = static_cast<char*>(std::calloc(limitOf(kind) + 1, 1));
-    if (!mText) {
+    buffer.start = static_cast<char*>(std::calloc(limitOf(kind) + 1, 1));
+    if (!buffer.start) {
         return false;
     }
-    mLimit = limitOf(kind);
-    mKind = kind;
+    buffer.limit = limitOf(kind);
+    buffer.kind = kind;
     return true;
 }
 
-void TextBuffer::release() {
-    std::free(mText);
-    *this = {};
+void releaseText(TextBuffer& buffer) {
+    std::free(buffer.start);
+    buffer = {};
 }
 
-void TextBuffer::startAnew(size_t sizeOfParts, SourcePlace place) {
-    const int wouldBe = static_cast<int>(mLength + sizeOfParts);
-    const int limit = static_cast<int>(mLimit);
-    switch (mKind) {
+void startTextAnew(TextBuffer& buffer, size_t sizeOfParts, SourcePlace place) {
+    const int wouldBe = static_cast<int>(buffer.length + sizeOfParts);
+    const int limit = static_cast<int>(buffer.limit);
+    switch (buffer.kind) {
         case TextBufferKind::kPage:
             UTIL_LOG(UTIL_LOG_ERROR, "exceeded buffer length for vxoutput %d, %s:%d\n", wouldBe,
                      baseName(place.file), place.line);
@@ -60,6 +60,6 @@ void TextBuffer::startAnew(size_t sizeOfParts, SourcePlace place) {
                      baseName(place.file), place.line);
             break;
     }
-    clear();
-    ++mLosses;
+    clearText(buffer);
+    ++buffer.losses;
 }

@@ -131,6 +131,12 @@ TEST(ListFaults, NoListIsEndless) {
     EXPECT_EQ(requests, 13798u);  // for 2^18 items
     EXPECT_TRUE(platform.logged("no end after 262144 of -1 items, exiting\n"));
 
+    // What ends a list that goes on is no fault of its last page.
+    const auto onePage = [] { return dbGetPagedList(nullptr, 1, 15, 0, 0, 0, 0, nullptr); };
+    const Bytes empty = join({responseHeader(0, 0), words({0, 0, 0, 5, 1})});
+    EXPECT_EQ(run(onePage, [&](const Bytes&) { return reply(empty); }).status, 200);
+    EXPECT_EQ(platform.requests.size(), 1u);
+
     const auto asksForNone = [] { return dbGetPagedList(nullptr, 9, 0, 0, 0, 0, 0, nullptr); };
     EXPECT_EQ(run(asksForNone, database).status, 200);
     EXPECT_EQ(platform.requests.size(), 1u);

@@ -4,8 +4,8 @@
 // The output must be constructed. pPrepend is written before the first key, "," before each
 // further one. A missing output or prefix ends the process. A missing record gives no key.
 //
-// Each returns 200, or 500 when a key did not fit; that key is left out, and the buffer starts anew
-// behind it.
+// Each returns 200, or 500 when a key, or an element of its list, did not fit; that one is left
+// out, and the buffer starts anew behind it.
 #pragma once
 
 #include <cstdint>

@@ -37,10 +37,10 @@ MEDIACHECKD_NODISCARD int generateListPiece(void* outputHandle, const char* quer
 
 // Lists one range of the database on standard output, which it flushes, with a fixed set of keys.
 // handle: ignored. maxRequests: pages to fetch at most; below 1 the list is empty.
-// itemsPerRequest: items of a page. startingIndex: index of the first item, from 0.
-// listOptions: DbListOption bits; with LIST_OPTION_VIDEO_GROUPING each video group is listed as its
-// members, which have neither GUMIs nor "DNE": the database's answers about members carry none.
-// queryOptions: DbQueryOption bits, which select the kinds listed.
+// itemsPerRequest: items of a page; 0 asks once and lists nothing. startingIndex: index of the
+// first item, from 0. listOptions: DbListOption bits; with LIST_OPTION_VIDEO_GROUPING each video
+// group is listed as its members, which have neither GUMIs nor "DNE": the database's answers about
+// members carry none. queryOptions: DbQueryOption bits, which select the kinds listed.
 // parameterCount: 0 to 2; with parameters the database is asked with the command that takes them.
 // A negative count acts as 0, one above 2 as 2.
 // parameters: that many; null with a count above 0: the process ends.

@@ -81,10 +81,11 @@ void addUnmarked(JoinedText& numbers, const db_group_info& group, std::span<cons
 }
 
 void writePhotoGroupKeys(KeyWriter& keys, const ListItem& item, ListStyle style) {
+    const db_group_info& group = *item.group;
+    const uint32_t number = groupNumber(*item.record, group);  // logs one that it infers
     if (!keys.selects(FIELD_GROUP)) {
         return;
     }
-    const db_group_info& group = *item.group;
     const uint32_t highlights = item.record->highlight_count;
     const auto addHighlighted = [&](std::string_view suffix) {
         return [&, suffix](JoinedText& numbers) {
@@ -92,9 +93,8 @@ void writePhotoGroupKeys(KeyWriter& keys, const ListItem& item, ListStyle style)
         };
     };
 
-    keys.write(here(), FIELD_GROUP, "\"g\":\"", asSigned(groupNumber(*item.record, group)),
-               "\",\"b\":\"", asSigned(group.first_number), "\",\"l\":\"",
-               asSigned(group.last_number), "\"");
+    keys.write(here(), FIELD_GROUP, "\"g\":\"", asSigned(number), "\",\"b\":\"",
+               asSigned(group.first_number), "\",\"l\":\"", asSigned(group.last_number), "\"");
     keys.text(FIELD_GROUP, "t", groupLetter(item.record->content_type));
     keys.list(FIELD_GROUP, "\"m\":[", "]", [&](JoinedText& numbers) {
         addUnmarked(numbers, group, item.memberMask, group.num_missing, "");

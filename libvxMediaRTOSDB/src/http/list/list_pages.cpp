@@ -245,7 +245,8 @@ std::optional<Failure> ListPages::planNextRequest(uint32_t totalEntries) {
     const uint64_t walked = mNextIndex - mPlan.firstRequest.list.starting_index;
     const uint64_t wanted = mPlan.maxItems != 0 ? mPlan.maxItems : UINT64_MAX;
     mComplete = mNextIndex >= totalEntries || walked >= wanted || next.header.request_count == 0;
-    if (mComplete || mStatus != HTTP_OK) {
+    // Behind the last page that may be asked for nothing is expected any more.
+    if (mComplete || mStatus != HTTP_OK || mRequests >= mPlan.maxRequests) {
         return std::nullopt;
     }
     if (mNextIndex == next.starting_index) {

@@ -30,11 +30,11 @@ struct ListProgress {
 // Fetches and writes the list. An exchange that fails, or whose page makes no sense, is repeated up
 // to 10 times after a pause of 100 ms; each time the list starts anew. A page makes no sense when
 // it is too short for its header or its first item, has an item of no known kind, or has no item
-// although the list has not come to its end. A damaged group, whose masks no response can hold, is
-// logged and listed without members.
-// groups: receives the items whose kind the query options select; the last group stays open.
-// progress: may be null; receives what the last page told.
-// Returns HTTP_OK, or HTTP_INTERNAL_ERROR when the database or the space for the list fail, or when
-// the list has not ended after 262,144 items (2^18), listed or not: more than a card can hold.
+// although more may be asked for. A damaged group, or one whose masks no response can hold, is
+// logged and listed with the numbers that came. groups: receives the items whose kind the query
+// options select; the last group stays open. progress: may be null; receives what the last page
+// told. Returns HTTP_OK, or HTTP_INTERNAL_ERROR when the database or the space for the list fail,
+// or when the list has not ended after 262,144 items (2^18), listed or not: more than a card can
+// hold.
 [[nodiscard]] int listPages(rtosConnection* connection, const ListPlan& plan, FileGroups* groups,
                             ListProgress* progress = nullptr);

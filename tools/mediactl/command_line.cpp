@@ -102,7 +102,8 @@ Command CommandLine::add(const char* name, const char* help, std::function<int()
 
 int CommandLine::run(int argc, char** argv) {
     if (argc > 1 && std::strcmp(argv[1], kCompleteCommand) == 0) {
-        for (const std::string& word : completions(*mApp, {argv + 2, argv + argc})) {
+        for (const std::string& word :
+             completions(*mApp, std::vector<std::string>(argv + 2, argv + argc))) {
             std::puts(word.c_str());
         }
         return kDone;

@@ -1,6 +1,7 @@
 // What may stand next on the command line, for the completion of shells.
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -10,10 +11,10 @@ class App;
 
 namespace mediactl {
 
-// Returns the words that fit behind the others: commands, options, and files or directories of the
-// card, for which the database is asked.
+// Returns the words that fit behind the others: commands, options, log levels, and files or
+// directories of the card, for which the database is asked.
 // words: the line behind the tool's name; the last one, which may be empty, is being written.
 [[nodiscard]] std::vector<std::string> completions(const CLI::App& tool,
-                                                   const std::vector<std::string>& words);
+                                                   std::span<const std::string> words);
 
 }  // namespace mediactl

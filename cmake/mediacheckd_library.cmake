@@ -29,8 +29,10 @@ function(mediacheckd_library name)
 
     add_library(${name} STATIC $<TARGET_OBJECTS:${objects}>)
     set_target_properties(${name} PROPERTIES EXPORT_NAME ${name}_static)
-    # A program in C that links the archive links the C++ library without knowing of it.
-    target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE} stdc++ m)
+    # A program in C that links the archive links the C++ library without knowing of it; one in C++
+    # chooses the form.
+    target_link_libraries(${name} PUBLIC ${arg_PUBLIC}
+        PRIVATE ${arg_PRIVATE} $<$<NOT:$<LINK_LANGUAGE:CXX>>:stdc++> m)
     add_library(mediacheckd::${name}_static ALIAS ${name})
 
     set(shared ${name}_shared)

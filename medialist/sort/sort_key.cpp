@@ -61,7 +61,8 @@ uint64_t SortKey::of(const MediaEntry& entry) const {
                 append(22, entry.sizeMiB());
                 break;
             case Field::kMediaType:
-                append(CompareMediaType::kPlaceBits, mMediaType->placeOf(entry));
+                append(CompareMediaType::kPlaceBits,
+                       mMediaType != nullptr ? mMediaType->placeOf(entry) : 0);
                 break;
         }
     }

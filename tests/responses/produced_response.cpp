@@ -13,10 +13,13 @@ void failAllocation(int n) {
     sAllocationsLeft = n;
 }
 
+// The linker puts these names in calloc's place.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" void* __real_calloc(size_t count, size_t size);
 extern "C" void* __wrap_calloc(size_t count, size_t size) {
     return sAllocationsLeft-- == 0 ? nullptr : __real_calloc(count, size);
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 Produced produce(const std::function<int()>& producer) {
     testing::internal::CaptureStdout();

@@ -2,6 +2,7 @@
 // the bytes are those of the message, as long as it says, and the same each time.
 #include <algorithm>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 
 #include "tools/platform_check/check.h"
@@ -11,6 +12,17 @@ namespace {
 
 constexpr char kName[] = "/to_wom";
 constexpr uint32_t kNameLength = sizeof kName - 1;
+constexpr unsigned char kFill = 0xA5;
+
+std::string hex(const std::string& bytes) {
+    std::string digits;
+    for (const char byte : bytes) {
+        char two[3];
+        std::snprintf(two, sizeof two, "%02x", static_cast<unsigned char>(byte));
+        digits += two;
+    }
+    return digits;
+}
 
 struct Built {
     Guarded<vxmsg_builder> guarded;
@@ -43,43 +55,43 @@ constexpr int32_t kCode = 0x12345678;
 Outcome buildsTheEvent() {
     const Built event(VXMSG_DATA_SIZE, kCode);
     if (event.result != 0) {
-        return saw("vxmsg_build", event.result);
+        return {false, returned("vxmsg_build", event.result)};
     }
     const std::string bytes = event.bytes();
     const std::string code(reinterpret_cast<const char*>(&kCode), sizeof kCode);
     if (bytes.find(code) == std::string::npos) {
-        return "the payload is not in the message";
+        return {false, "the payload is not in the message"};
     }
     const size_t first = bytes.find(kName);
-    return first != std::string::npos && bytes.find(kName, first + 1) != std::string::npos
-               ? ""
-               : "the two elements are not in the message";
+    const bool twice =
+        first != std::string::npos && bytes.find(kName, first + 1) != std::string::npos;
+    return {twice, twice ? hex(bytes) : "the two elements are not in the message"};
 }
 
 Outcome buildsTheSameAgain() {
-    return Built(VXMSG_DATA_SIZE, kCode).bytes() == Built(VXMSG_DATA_SIZE, kCode, 0xFF).bytes()
-               ? ""
-               : "two messages of the same content differ";
+    const bool same =
+        Built(VXMSG_DATA_SIZE, kCode).bytes() == Built(VXMSG_DATA_SIZE, kCode, kFill).bytes();
+    return {same, same ? "" : "they differ where other bytes lay before"};
 }
 
 Outcome tellsCodesApart() {
-    return Built(VXMSG_DATA_SIZE, 23).bytes() != Built(VXMSG_DATA_SIZE, 24).bytes()
-               ? ""
-               : "messages of two codes are the same";
+    const bool differ = Built(VXMSG_DATA_SIZE, 23).bytes() != Built(VXMSG_DATA_SIZE, 24).bytes();
+    return {differ, differ ? "" : "the codes 23 and 24 give the same"};
 }
 
 Outcome keepsToTheCapacity() {
     const uint32_t whole = Built(VXMSG_DATA_SIZE, kCode).guarded.record.length;
-    for (uint32_t capacity = 0; capacity <= whole; ++capacity) {
-        const Built event(capacity, kCode, 0xA5);
-        const vxmsg_builder& builder = event.guarded.record;
-        const auto* const end = builder.data + capacity;
-        if (builder.length > capacity ||
-            std::any_of(end, std::end(builder.data), [](uint8_t byte) { return byte != 0xA5; })) {
-            return "with a capacity of " + std::to_string(capacity) + " it was passed";
+    const uint32_t most = std::min<uint32_t>(whole, VXMSG_DATA_SIZE);
+    for (uint32_t capacity = 0; capacity <= most; ++capacity) {
+        const Built event(capacity, kCode, kFill);
+        const auto& data = event.guarded.record.data;
+        if (event.guarded.record.length > capacity ||
+            !std::all_of(data + capacity, std::end(data),
+                         [](unsigned char byte) { return byte == kFill; })) {
+            return {false, "a capacity of " + std::to_string(capacity) + " was passed"};
         }
     }
-    return "";
+    return {true, "0 to " + std::to_string(most) + " bytes"};
 }
 
 Outcome refusesWhatDoesNotFit() {
@@ -87,9 +99,11 @@ Outcome refusesWhatDoesNotFit() {
     const uint32_t before = event.guarded.record.length;
     const std::string large(VXMSG_DATA_SIZE, 'x');
     event.add('L', VXMSG_DATA_SIZE, large.data());
-    return event.guarded.record.length == before && event.guarded.intact()
-               ? ""
-               : saw("the length after an element that does not fit", event.guarded.record.length);
+    if (!event.guarded.intact()) {
+        return {false, "bytes beside the message were written"};
+    }
+    const uint32_t added = event.guarded.record.length - before;
+    return {added == 0, std::to_string(added) + " bytes"};
 }
 
 constexpr Check kChecks[] = {

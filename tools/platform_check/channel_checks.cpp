@@ -5,14 +5,15 @@
 
 #include "tools/platform_check/check.h"
 #include <mediacheckd/platform/vxipc.h>
+#include <mediacheckd/vxMediaRTOSDB/db_requests.h>
+#include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 
 namespace {
 
 constexpr const char* kDatabase = "rtos_media_db";
 
-// The media histogram: command 10, one entry, a token. The database answers with 148 bytes.
-constexpr unsigned char kRequest[] = {10, 0, 0, 0, 1, 0, 0, 0, 'c', 'h', 'e', 'k'};
-constexpr int kReplySize = 148;
+constexpr db_request_header kHistogramRequest = {{{DB_CMD_MEDIA_HISTOGRAM}}, {{1}}, {{1}}};
+constexpr int kReplySize = sizeof(db_histogram_response);
 
 using Message = Guarded<std::array<unsigned char, VX_IPC_MESSAGE_MAX>>;
 
@@ -30,12 +31,15 @@ class Endpoint {
     [[nodiscard]] int result() const { return mResult; }
     [[nodiscard]] bool intact() const { return mGuarded.intact(); }
 
-    int send() { return vxIpcSend(&mGuarded.record, kRequest, sizeof kRequest); }
     int receive(void* buffer, int size) { return vxIpcReceive(&mGuarded.record, buffer, size); }
 
     // Sends the request and receives into the buffer. Returns the first negative result.
-    int exchange(void* buffer, int size) {
-        const int sent = send();
+    template <typename Request = db_request_header>
+    int exchange(void* buffer, int size, const Request& request = kHistogramRequest) {
+        if (mResult < 0) {
+            return mResult;
+        }
+        const int sent = vxIpcSend(&mGuarded.record, &request, sizeof request);
         return sent < 0 ? sent : receive(buffer, size);
     }
 
@@ -44,26 +48,33 @@ class Endpoint {
     int mResult;
 };
 
+// Asks for the histogram and receives the reply.
+Outcome expectReply(Endpoint& endpoint) {
+    Message message;
+    const int received = endpoint.exchange(message.record.data(), VX_IPC_MESSAGE_MAX);
+    if (!message.intact() || !endpoint.intact()) {
+        return {false, "bytes beside the records were written"};
+    }
+    return {received == kReplySize, returned("the exchange", received)};
+}
+
 Outcome refusesUnknownChannel() {
     const Endpoint endpoint("mediacheckd-nobody");
-    return endpoint.result() < 0 ? "" : saw("vxIpcInit", endpoint.result());
+    return {endpoint.result() < 0, returned("vxIpcInit", endpoint.result())};
 }
 
 Outcome opensDatabase() {
     const Endpoint endpoint(kDatabase);
-    return endpoint.result() >= 0 ? "" : saw("vxIpcInit", endpoint.result());
+    return {endpoint.result() >= 0, returned("vxIpcInit", endpoint.result())};
 }
 
 Outcome answersInOneMessage() {
     Endpoint endpoint(kDatabase);
-    Message message;
-    for (int i = 0; i < 3; ++i) {
-        const int received = endpoint.exchange(message.record.data(), VX_IPC_MESSAGE_MAX);
-        if (received != kReplySize) {
-            return saw("the exchange", received);
-        }
+    Outcome outcome = expectReply(endpoint);
+    for (int i = 1; i < 3 && outcome.kept; ++i) {
+        outcome = expectReply(endpoint);
     }
-    return message.intact() && endpoint.intact() ? "" : "bytes beside the buffer were written";
+    return outcome;
 }
 
 Outcome writesTheMessageOnly() {
@@ -71,30 +82,48 @@ Outcome writesTheMessageOnly() {
     Message message;
     message.record.fill(0x5A);
     const int received = endpoint.exchange(message.record.data(), VX_IPC_MESSAGE_MAX);
-    if (received < 0) {
-        return saw("the exchange", received);
+    if (received < 0 || received > VX_IPC_MESSAGE_MAX) {
+        return {false, returned("the exchange", received)};
     }
     const auto behind = std::span(message.record).subspan(static_cast<size_t>(received));
-    return std::ranges::all_of(behind, [](unsigned char byte) { return byte == 0x5A; })
-               ? ""
-               : "bytes behind the message were written";
+    const auto written = behind.size() - static_cast<size_t>(std::ranges::count(behind, 0x5A));
+    return {written == 0, std::to_string(written) + " bytes"};
 }
 
 Outcome fitsExactly() {
     Endpoint endpoint(kDatabase);
     Guarded<std::array<unsigned char, kReplySize>> exact;
     const int received = endpoint.exchange(exact.record.data(), kReplySize);
-    return received == kReplySize && exact.intact() ? "" : saw("vxIpcReceive", received);
+    if (!exact.intact()) {
+        return {false, "bytes behind the buffer were written"};
+    }
+    return {received == kReplySize, returned("vxIpcReceive", received)};
 }
 
 Outcome refusesShortBuffer() {
     Endpoint endpoint(kDatabase);
+    if (endpoint.result() < 0) {
+        return {false, returned("vxIpcInit", endpoint.result())};
+    }
     Guarded<std::array<unsigned char, 8>> small;
     const int received = endpoint.exchange(small.record.data(), 8);
     if (!small.intact()) {
-        return "bytes behind the buffer were written";
+        return {false, "bytes behind the buffer were written"};
     }
-    return received < 0 ? "" : saw("vxIpcReceive", received);
+    return {received < 0, returned("vxIpcReceive", received)};
+}
+
+// The endpoint may be of no more use then; whatever it still gives has to be a whole message.
+Outcome dropsTheRest() {
+    Endpoint endpoint(kDatabase);
+    if (endpoint.result() < 0) {
+        return {false, returned("vxIpcInit", endpoint.result())};
+    }
+    unsigned char small[8];
+    endpoint.exchange(small, sizeof small);
+    Message message;
+    const int received = endpoint.exchange(message.record.data(), VX_IPC_MESSAGE_MAX);
+    return {received < 0 || received == kReplySize, returned("the next exchange", received)};
 }
 
 Outcome servesEndpointsInTurn() {
@@ -103,10 +132,11 @@ Outcome servesEndpointsInTurn() {
         Message message;
         const int received = endpoint.exchange(message.record.data(), VX_IPC_MESSAGE_MAX);
         if (received < 0) {
-            return saw("the exchange", received) + " after " + std::to_string(i) + " endpoints";
+            return {false, returned("the exchange", received) + " after " + std::to_string(i) +
+                               " endpoints"};
         }
     }
-    return "";
+    return {true, ""};
 }
 
 constexpr Check kChecks[] = {
@@ -116,19 +146,9 @@ constexpr Check kChecks[] = {
     {"vxIpcReceive: nothing behind the message's length is written", writesTheMessageOnly},
     {"vxIpcReceive: a buffer of the message's size takes it", fitsExactly},
     {"vxIpcReceive: a message longer than the buffer gives a negative number", refusesShortBuffer},
+    {"vxIpcReceive: the rest of such a message is no message", dropsTheRest},
     {"vxIpcDestroy: a hundred endpoints one after the other are served", servesEndpointsInTurn},
 };
-
-// Whoever is asked goes away: at the latest the exchange after that has to fail, not to hang.
-Outcome noticesLostPeer() {
-    Endpoint endpoint(kDatabase);
-    Message message;
-    int result = endpoint.result();
-    while (result >= 0) {
-        result = endpoint.exchange(message.record.data(), VX_IPC_MESSAGE_MAX);
-    }
-    return "";
-}
 
 }  // namespace
 
@@ -136,5 +156,43 @@ std::span<const Check> channelChecks() {
     return kChecks;
 }
 
-const Check kPeerGoneCheck = {"vxIpcReceive: a peer that goes away gives a negative number",
-                              noticesLostPeer};
+Outcome receivesMessageByMessage(const std::string& directory) {
+    Endpoint endpoint(kDatabase);
+    db_scandir_request request = {};
+    request.header.command_type = DB_CMD_NON_DB_SCANDIR;
+    request.header.request_count = 1;
+    directory.copy(request.dir_name, kDirNameSize);
+    Message message;
+    int received = endpoint.exchange(message.record.data(), VX_IPC_MESSAGE_MAX, request);
+    db_scandir_response_header header = {};
+    std::memcpy(&header, message.record.data(), sizeof header);
+    if (received < static_cast<int>(sizeof header) || header.status != 0) {
+        return {false, "the directory is not answered for: " + returned("the exchange", received)};
+    }
+    size_t entries = static_cast<size_t>(received) - sizeof header;
+    for (uint32_t i = 1; i < header.number_transfers; ++i) {
+        startPatienceAnew();
+        received = endpoint.receive(message.record.data(), VX_IPC_MESSAGE_MAX);
+        if (received < 0) {
+            return {false, returned("vxIpcReceive", received)};
+        }
+        entries += static_cast<size_t>(received);
+    }
+    const uint64_t expected = uint64_t{header.number_file_names} * sizeof(scandir_result_item);
+    return {entries == expected && expectReply(endpoint).kept,
+            std::to_string(entries) +
+                " bytes of entries, messages: " + std::to_string(header.number_transfers)};
+}
+
+Outcome noticesLostPeer() {
+    Endpoint endpoint(kDatabase);
+    Message message;
+    int exchanges = 0;
+    int received = 0;
+    while ((received = endpoint.exchange(message.record.data(), VX_IPC_MESSAGE_MAX)) >= 0) {
+        startPatienceAnew();
+        ++exchanges;
+    }
+    const bool wasThere = exchanges > 0;
+    return {wasThere, wasThere ? returned("the exchange", received) : "the database was not there"};
+}

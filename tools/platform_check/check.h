@@ -3,12 +3,13 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdio>
 #include <span>
 #include <string>
 
-// Says what was seen, for a promise that is broken; empty when it is kept.
-using Outcome = std::string;
+struct Outcome {
+    bool kept;
+    std::string seen;
+};
 
 struct Check {
     const char* promise;
@@ -20,12 +21,17 @@ std::span<const Check> channelChecks();
 std::span<const Check> settingsChecks();
 std::span<const Check> builderChecks();
 
-// The last one of all, for which somebody has to end the media database; it waits for that.
-extern const Check kPeerGoneCheck;
+// For an answer of several messages: the names of the files in a directory of the card.
+Outcome receivesMessageByMessage(const std::string& directory);
 
-// An outcome that shows a number where another was promised.
-template <typename Number>
-Outcome saw(const char* call, Number result) {
+// For the last check of all: somebody has to end the media database, and it waits for that.
+Outcome noticesLostPeer();
+
+// A call has so much time to return; then the check that makes it fails, and with it the program.
+constexpr unsigned kPatienceSeconds = 30;
+void startPatienceAnew();
+
+inline std::string returned(const char* call, int result) {
     return std::string(call) + " returned " + std::to_string(result);
 }
 

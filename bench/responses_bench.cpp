@@ -15,7 +15,7 @@
 #include "bench/ratio.h"
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
 #include "libvxMediaRTOSDB/src/http/list/list_pages.h"
-#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
+#include "libvxMediaRTOSDB/src/http/text/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/http/text/media_values.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>

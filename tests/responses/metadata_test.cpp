@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
-#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
+#include "libvxMediaRTOSDB/src/http/text/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/http/text/text_append.h"
 #include "tests/responses/produced_response.h"
 #include <mediacheckd/vxMediaRTOSDB/media_list.h>

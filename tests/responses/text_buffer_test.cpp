@@ -1,7 +1,7 @@
 // The buffers that responses are built in, at their limits and without memory.
 #include <gtest/gtest.h>
 
-#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
+#include "libvxMediaRTOSDB/src/http/text/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/http/text/text_append.h"
 #include "tests/responses/produced_response.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>

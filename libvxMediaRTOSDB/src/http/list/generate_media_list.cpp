@@ -9,8 +9,8 @@
 #include "libvxMediaRTOSDB/src/http/query/list_piece_query.h"
 #include "libvxMediaRTOSDB/src/http/query/settings_log.h"
 #include "libvxMediaRTOSDB/src/http/response/http_output.h"
-#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/http/response/response_start.h"
+#include "libvxMediaRTOSDB/src/http/text/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/log/elapsed_time.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>

@@ -7,7 +7,7 @@
 #include "libvxMediaRTOSDB/src/http/list/media_document.h"
 #include "libvxMediaRTOSDB/src/http/query/text_split.h"
 #include "libvxMediaRTOSDB/src/http/response/http_output.h"
-#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
+#include "libvxMediaRTOSDB/src/http/text/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>

@@ -2,9 +2,9 @@
 
 #include "libvxMediaRTOSDB/src/http/query/settings_log.h"
 #include "libvxMediaRTOSDB/src/http/response/http_output.h"
-#include "libvxMediaRTOSDB/src/http/response/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/http/response/response_start.h"
 #include "libvxMediaRTOSDB/src/http/text/key_writer.h"
+#include "libvxMediaRTOSDB/src/http/text/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/http/text/media_values.h"
 #include "libvxMediaRTOSDB/src/http/text/text_append.h"
 #include "libvxMediaRTOSDB/src/http/text/video_keys.h"

@@ -124,7 +124,7 @@ std::vector<ListItem> fillChannel(uint32_t count) {
 // The page buffer as the library fills it.
 class Library {
   public:
-    Library() : mOutput(nullptr), mPlan() {
+    Library() : mOutput(nullptr), mTexts(*mOutput.get()), mPlan() {
         mPlan.firstRequest.list.header.request_count = kItemsPerPage;
         mPlan.requestSize = sizeof mPlan.firstRequest.list;
         mPlan.maxRequests = UINT32_MAX;
@@ -132,7 +132,7 @@ class Library {
     }
 
     std::string_view write() {
-        FileGroups groups(mOutput.get());
+        FileGroups groups(&mTexts);
         if (listPages(mConnection.get(), mPlan, &groups) != HTTP_OK) {
             std::abort();
         }
@@ -142,6 +142,7 @@ class Library {
 
   private:
     MediaDBOutputGuard mOutput;
+    OutputTexts mTexts;
     RtosConnectionGuard mConnection;
     ListPlan mPlan;
 };

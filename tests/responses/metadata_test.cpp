@@ -5,7 +5,7 @@
 
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
 #include "libvxMediaRTOSDB/src/http/text/media_db_output_guard.h"
-#include "libvxMediaRTOSDB/src/http/text/text_append.h"
+#include "libvxMediaRTOSDB/src/http/text/text_buffer.h"
 #include "tests/responses/produced_response.h"
 #include <mediacheckd/vxMediaRTOSDB/media_list.h>
 #include <mediacheckd/vxMediaRTOSDB/media_metadata.h>
@@ -145,10 +145,10 @@ TEST(Metadata, AppendsTheWholeObjectOrFails) {
     ASSERT_EQ(parseMetadataQuery("t=videoinfo&p=100VMEDI/V0010001.MP4", &settings), 200);
     RtosConnectionGuard connection;
     MediaDBOutputGuard output(nullptr);
-    TextBuffer& entry = output.get()->localEntryBuffer;
+    TextBuffer entry = entryOf(*output.get());
     const auto statusAfter = [&](size_t length) {
-        clearText(entry);
-        appendText(entry, here(), std::string(length, ' '));
+        entry.clear();
+        entry.append(here(), std::string(length, ' '));
         return generateMetadataVideoInfo(output.get(), connection.get(), &settings);
     };
     EXPECT_EQ(statusAfter(kEntryLimit + 1), 200);  // what was lost before does not count

@@ -1,8 +1,11 @@
 // The buffers that responses are built in, at their limits and without memory.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <memory>
+
 #include "libvxMediaRTOSDB/src/http/text/media_db_output_guard.h"
-#include "libvxMediaRTOSDB/src/http/text/text_append.h"
+#include "libvxMediaRTOSDB/src/http/text/text_buffer.h"
 #include "tests/responses/produced_response.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 #include <mediacheckd/vxMediaRTOSDB/media_formatters.h>
@@ -23,26 +26,24 @@ TEST(TextBuffer, KeepsItsLimit) {
         {TextBufferKind::kPage, 131072, "exceeded buffer length for vxoutput 131073, "},
     };
     for (const auto& c : cases) {
-        TextBuffer buffer;
-        ASSERT_TRUE(allocateText(buffer, c.kind));
+        const std::unique_ptr<char, decltype(&std::free)> memory(allocateText(c.kind), &std::free);
+        char* position = memory.get();
         for (const size_t size : {c.limit - 1, c.limit, c.limit + 1}) {
             scripted::reset();
-            clearText(buffer);
+            TextBuffer buffer(c.kind, memory.get(), &position);
+            buffer.clear();
             const std::string start(size - 23, 'x');
-            const uint32_t before = buffer.losses;
-            appendText(buffer, here(), start);
+            buffer.append(here(), start);
             // The last part's bound is above its size: only the exact measure tells that it fits.
             const SourcePlace place = here();
-            appendText(buffer, place, "a", 4294967295u, JsonText{"\"\\\x01"}, std::string_view("b"),
-                       7u);
+            buffer.append(place, "a", 4294967295u, JsonText{"\"\\\x01"}, std::string_view("b"), 7u);
             const bool fits = size <= c.limit;
-            EXPECT_EQ(buffer.complete(before), fits);
+            EXPECT_EQ(buffer.complete(), fits);
             EXPECT_EQ(buffer.text(), fits ? start + "a4294967295\\\"\\\\\\u0001b7" : "");
             EXPECT_EQ(platform.logged(c.message +
                                       "text_buffer_test.cpp:" + std::to_string(place.line) + "\n"),
                       !fits);
         }
-        releaseText(buffer);
     }
 }
 
@@ -51,14 +52,14 @@ TEST(MediaDBOutput, HoldsNothingWithoutMemory) {
         failAllocation(n);
         vxMediaDBOutput output;
         EXPECT_EQ(vxMediaDBOutputCtor(&output, nullptr), -1);
-        EXPECT_EQ(output.localBuffer.text().data(), nullptr);
+        EXPECT_EQ(output.localBuffer, nullptr);
     }
 }
 
 TEST(Formatters, GoOnAfterAKeyThatDoesNotFit) {
     MediaDBOutputGuard output(nullptr);
-    TextBuffer& entry = output.get()->localEntryBuffer;
-    appendText(entry, here(), std::string(kEntryLimit - 40, 'x'));
+    TextBuffer entry = entryOf(*output.get());
+    entry.append(here(), std::string(kEntryLimit - 40, 'x'));
     const db_gumi gumi = {{1}};
     EXPECT_EQ(formatGUMI(output.get(), kAllFields, "", &gumi, &gumi), HTTP_INTERNAL_ERROR);
     EXPECT_EQ(entry.text(), ",\"pgumi\":\"01000000000000000000000000000000\"");

@@ -43,7 +43,8 @@ extern "C" {
 // fs: 20 bytes, receives directory and file name without a terminating zero.
 [[nodiscard]] int getContentInfoByGUMI(const db_gumi* gumi, char* fs);
 
-// Fetches the GUMI of a file and its parent's (optional), all zero when it has no parent.
+// Fetches the GUMI of a file and its parent's (optional), all zero when it has no parent or the
+// answer ended before it.
 [[nodiscard]] int getFileGUMI(const char* fs, db_gumi* gumi, db_gumi* parentGumi);
 
 // Fetches the picture geometry and frame rate of a file into mi.

@@ -15,7 +15,8 @@ extern "C" {
 #pragma GCC visibility push(default)
 
 // Returns the camera's model number, 0 to 255. It is read once from the settings service and kept;
-// while the service does not give it, the number is 30 and the next call asks again.
+// while the service does not give it, the number is 30 and the next call asks again. Of a value
+// from 2^31 on the low 8 bits are returned, and the next call asks again as well.
 [[nodiscard]] int csiGetModelNumber(void);
 
 // Returns 1 when the camera numbers the chapters of a chaptered video from 1, else 0.

@@ -1,17 +1,16 @@
 #include "libvxMediaRTOSDB/src/http/list/file_groups.h"
 
-#include "libvxMediaRTOSDB/src/http/text/text_append.h"
-FileGroups::FileGroups(vxMediaDBOutput* output)
+FileGroups::FileGroups(OutputTexts* texts)
     : mMode(Mode::kBuffered),
-      mPage(&output->localBuffer),
-      mGroup(&output->localDirectoryBuffer),
-      mObject(&output->localEntryBuffer) {}
+      mPage(&texts->page),
+      mGroup(&texts->directory),
+      mObject(&texts->entry) {}
 
 FileGroups::FileGroups(TextBuffer* page)
     : mMode(Mode::kStraightIntoPage), mPage(page), mGroup(page), mObject(page) {}
 
 void FileGroups::restart() {
-    clearText(*mPage);
+    mPage->clear();
     mOpen = false;
     mGroups = 0;
 }
@@ -22,10 +21,10 @@ void FileGroups::enter(std::string_view name) {
     }
     leave();
     if (buffered()) {
-        clearText(*mGroup);
+        mGroup->clear();
     }
-    appendText(*mGroup, here(), std::string_view(mGroups > 0 ? "," : ""), "{\"d\":\"",
-               JsonText{name}, "\",\"fs\":[");
+    mGroup->append(here(), std::string_view(mGroups > 0 ? "," : ""), "{\"d\":\"", JsonText{name},
+                   "\",\"fs\":[");
     mOpen = true;
     mDirectoryLength = name.copy(mDirectory, sizeof mDirectory);
     mFiles = 0;
@@ -39,26 +38,26 @@ void FileGroups::leave() {
     if (buffered() && mFiles == 0) {
         return;
     }
-    appendText(*mGroup, here(), kClosing);
+    mGroup->append(here(), kClosing);
     if (buffered()) {
-        appendText(*mPage, here(), mGroup->text());
+        mPage->append(here(), mGroup->text());
     }
     ++mGroups;
 }
 
 TextBuffer* FileGroups::beginFile() {
     if (mFiles++ > 0) {
-        appendText(*mGroup, here(), ",");
+        mGroup->append(here(), ",");
     }
-    appendText(*mObject, here(), "{");
+    mObject->append(here(), "{");
     return mObject;
 }
 
 void FileGroups::endFile() {
-    appendText(*mObject, here(), "}");
+    mObject->append(here(), "}");
     if (!buffered()) {
         return;
     }
-    appendText(*mGroup, here(), mObject->text());
-    clearText(*mObject);
+    mGroup->append(here(), mObject->text());
+    mObject->clear();
 }

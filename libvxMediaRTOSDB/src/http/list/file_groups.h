@@ -7,15 +7,14 @@
 #include <cstdint>
 #include <string_view>
 
+#include "libvxMediaRTOSDB/src/http/text/text_buffer.h"
 #include <mediacheckd/vxMediaRTOSDB/db_requests.h>
-#include <mediacheckd/vxMediaRTOSDB/media_db_output.h>
-#include <mediacheckd/vxMediaRTOSDB/text_buffer.h>
 
 class FileGroups {
   public:
     // Builds an object in the entry buffer and a group in the directory buffer; a group reaches the
     // page when it is left and holds a file.
-    explicit FileGroups(vxMediaDBOutput* output);
+    explicit FileGroups(OutputTexts* texts);
 
     // Writes everything straight into the page: a group without files stays there.
     explicit FileGroups(TextBuffer* page);

@@ -61,7 +61,8 @@ int respond(void* outputHandle, const ListPlan& plan, const QuerySettings& setti
     const ElapsedTime elapsed;
     RtosConnectionGuard connection;
     const CardIdentity identity;
-    FileGroups groups(output.get());
+    OutputTexts texts(*output.get());
+    FileGroups groups(&texts);
     ListProgress progress = {};
     int status = statusAtStart(connection, identity);
     if (status == HTTP_OK) {

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <string_view>
-#include "libvxMediaRTOSDB/src/http/text/text_append.h"
 
 #include "libvxMediaRTOSDB/src/http/list/media_document.h"
 #include "libvxMediaRTOSDB/src/http/query/text_split.h"
 #include "libvxMediaRTOSDB/src/http/response/http_output.h"
 #include "libvxMediaRTOSDB/src/http/text/media_db_output_guard.h"
+#include "libvxMediaRTOSDB/src/http/text/text_buffer.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
 #include "libvxMediaRTOSDB/src/records/name_fields.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
@@ -60,14 +60,14 @@ int formatFileGUMIResponse(vxMediaDBOutput* output, const char* pPrepend,
                            const db_gumi* pPGUMI) {
     UTIL_ASSERT(pPrepend);
     UTIL_ASSERT(pInfo);
-    TextBuffer& entry = output->localEntryBuffer;
-    appendText(entry, here(), std::string_view(pPrepend), "{\"n\":\"",
-               JsonText{textOf(pInfo->file_name)}, "\"");
+    TextBuffer entry = entryOf(*output);
+    entry.append(here(), std::string_view(pPrepend), "{\"n\":\"",
+                 JsonText{textOf(pInfo->file_name)}, "\"");
     const int status = formatGUMI(output, kAllFields, ",", pGUMI, pPGUMI);
     if (status == HTTP_OK) {
-        appendText(entry, here(), "}");
+        entry.append(here(), "}");
     }
-    return status;
+    return entry.complete() ? status : HTTP_INTERNAL_ERROR;
 }
 
 // Writes the object of one file into the entry buffer. Returns an HTTP status.
@@ -80,9 +80,10 @@ int writeFile(vxMediaDBOutput* output, rtosConnection* connection, const char* d
     const int status =
         getFileGUMIResponse(connection, directory, file, response, &item, &gumi, &parentGumi);
     if (status == HTTP_NOT_FOUND) {
-        appendText(output->localEntryBuffer, here(), std::string_view(prefix), "{\"n\":\"",
-                   JsonText{file}, "\",\"DNE\":\"1\"}");
-        return HTTP_OK;
+        TextBuffer entry = entryOf(*output);
+        entry.append(here(), std::string_view(prefix), "{\"n\":\"", JsonText{file},
+                     "\",\"DNE\":\"1\"}");
+        return entry.complete() ? HTTP_OK : HTTP_INTERNAL_ERROR;
     }
     if (status != HTTP_OK) {
         return status;
@@ -95,9 +96,9 @@ int writeGroup(vxMediaDBOutput* output, rtosConnection* connection, Question que
     char directory[kDirNameSize + 1] = {};
     question.directory.copy(directory, kDirNameSize);
 
-    TextBuffer& entry = output->localEntryBuffer;
-    TextBuffer& group = output->localDirectoryBuffer;
-    appendText(group, here(), "{\"d\":\"", JsonText{directory}, "\",\"fs\":[");
+    OutputTexts texts(*output);
+    TextBuffer& group = texts.directory;
+    group.append(here(), "{\"d\":\"", JsonText{directory}, "\",\"fs\":[");
     const char* prefix = "";
     for (auto name = takePiece(&question.files, ','); !name.empty();
          name = takePiece(&question.files, ',')) {
@@ -107,13 +108,13 @@ int writeGroup(vxMediaDBOutput* output, rtosConnection* connection, Question que
         if (status != HTTP_OK) {
             return status;
         }
-        appendText(group, here(), entry.text());
-        clearText(entry);
+        group.append(here(), texts.entry.text());
+        texts.entry.clear();
         prefix = ",";
     }
-    appendText(group, here(), "]}");
-    appendText(output->localBuffer, here(), group.text());
-    return output->complete() ? HTTP_OK : HTTP_INTERNAL_ERROR;
+    group.append(here(), "]}");
+    texts.page.append(here(), group.text());
+    return texts.complete() ? HTTP_OK : HTTP_INTERNAL_ERROR;
 }
 
 }  // namespace
@@ -147,6 +148,7 @@ int generateGumiList(void* outputHandle, const char* query) {
         status = writeGroup(output.get(), connection.get(), question);
     }
 
-    printMediaDocument(status, {identity, "", output.get()->localBuffer.text(), ""});
+    const vxMediaDBOutput& built = *output.get();
+    printMediaDocument(status, {identity, "", textUpTo(built.pagePosition, built.localBuffer), ""});
     return finishResponse(status);
 }

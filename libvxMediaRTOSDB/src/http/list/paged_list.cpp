@@ -1,10 +1,13 @@
 // A piece of the media list, from an item on, for a client that walks it.
+#include <cstdlib>
+#include <memory>
+
 #include "libvxMediaRTOSDB/src/http/list/file_groups.h"
 #include "libvxMediaRTOSDB/src/http/list/list_pages.h"
 #include "libvxMediaRTOSDB/src/http/list/media_document.h"
 #include "libvxMediaRTOSDB/src/http/response/http_output.h"
 #include "libvxMediaRTOSDB/src/http/response/response_start.h"
-#include "libvxMediaRTOSDB/src/http/text/text_append.h"
+#include "libvxMediaRTOSDB/src/http/text/text_buffer.h"
 #include "libvxMediaRTOSDB/src/log/elapsed_time.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
@@ -14,10 +17,8 @@
 
 namespace {
 
-// A page buffer that lives as long as its scope.
-struct Page {
-    TextBuffer text;
-    ~Page() { releaseText(text); }
+struct Free {
+    void operator()(char* buffer) const { std::free(buffer); }
 };
 
 }  // namespace
@@ -26,8 +27,8 @@ int dbGetPagedList(void*, int maxRequests, uint32_t itemsPerRequest, uint32_t st
                    uint32_t listOptions, uint32_t queryOptions, int parameterCount,
                    const uint32_t* parameters) {
     UTIL_ASSERT(parameterCount < 1 || parameters);
-    Page page;
-    if (!allocateText(page.text, TextBufferKind::kPage)) {
+    const std::unique_ptr<char, Free> buffer(allocateText(TextBufferKind::kPage));
+    if (!buffer) {
         UTIL_LOG(UTIL_LOG_ERROR, "malloc failed medialist\n");
         return printErrorResponse(HTTP_INTERNAL_ERROR);
     }
@@ -35,7 +36,9 @@ int dbGetPagedList(void*, int maxRequests, uint32_t itemsPerRequest, uint32_t st
     const ElapsedTime elapsed;
     RtosConnectionGuard connection;
     const CardIdentity identity;
-    FileGroups groups(&page.text);
+    char* position = buffer.get();
+    TextBuffer page(TextBufferKind::kPage, buffer.get(), &position);
+    FileGroups groups(&page);
     int status = connection.result() < 0 ? HTTP_INTERNAL_ERROR : HTTP_OK;
     if (status == HTTP_OK && maxRequests > 0) {
         ListPlan plan = {};

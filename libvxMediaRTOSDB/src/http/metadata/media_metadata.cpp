@@ -6,7 +6,7 @@
 #include "libvxMediaRTOSDB/src/http/text/key_writer.h"
 #include "libvxMediaRTOSDB/src/http/text/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/http/text/media_values.h"
-#include "libvxMediaRTOSDB/src/http/text/text_append.h"
+#include "libvxMediaRTOSDB/src/http/text/text_buffer.h"
 #include "libvxMediaRTOSDB/src/http/text/video_keys.h"
 #include "libvxMediaRTOSDB/src/log/util_assert.h"
 #include "vcore/base/signed_word.h"
@@ -81,7 +81,8 @@ int writeMoreInfo(Metadata& metadata, uint32_t fieldMask) {
 }
 
 int formatMetadataVideoInfo(vxMediaDBOutput* output, const db_video_specific_info& video) {
-    KeyWriter keys(&output->localEntryBuffer, kAllFields, "");
+    TextBuffer entry = entryOf(*output);
+    KeyWriter keys(&entry, kAllFields, "");
     keys.number(FIELD_DURATION, "dur", durationSeconds(video));
     keys.number(FIELD_CLIP, "c", video.clip);
     keys.number(FIELD_AVC_PROFILE, "avc_profile", video.avc_profile);
@@ -93,7 +94,8 @@ int formatMetadataVideoInfo(vxMediaDBOutput* output, const db_video_specific_inf
 }
 
 int formatMetadataDur(vxMediaDBOutput* output, const db_video_specific_info& video) {
-    KeyWriter keys(&output->localEntryBuffer, kAllFields, "");
+    TextBuffer entry = entryOf(*output);
+    KeyWriter keys(&entry, kAllFields, "");
     keys.number(FIELD_DURATION, "dur", durationSeconds(video));
     keys.number(FIELD_CLIP, "c", video.clip);
     keys.number(FIELD_PROFILE, "profile", video.profile);
@@ -190,18 +192,17 @@ int writeKeys(Metadata& metadata) {
 int writeObject(vxMediaDBOutput* output, rtosConnection* connection,
                 const QuerySettings* settings) {
     Metadata metadata = {output, connection, settings, {}};
-    TextBuffer& entry = output->localEntryBuffer;
-    const uint32_t start = entry.losses;
-    appendText(entry, here(), "{");
-    if (!entry.complete(start)) {
+    TextBuffer entry = entryOf(*output);
+    entry.append(here(), "{");
+    if (!entry.complete()) {
         return HTTP_INTERNAL_ERROR;
     }
     const int status = writeKeys(metadata);
     if (status != HTTP_OK) {
         return status;
     }
-    appendText(entry, here(), "}");
-    return entry.complete(start) ? HTTP_OK : HTTP_INTERNAL_ERROR;
+    entry.append(here(), "}");
+    return entry.complete() ? HTTP_OK : HTTP_INTERNAL_ERROR;
 }
 
 }  // namespace
@@ -241,7 +242,7 @@ int generateMetadata(void* outputHandle, const char* query) {
 
     printHeader(status);
     if (status == HTTP_OK) {
-        printText(output.get()->localEntryBuffer.text());
+        printText(entryOf(*output.get()).text());
         printText("\r\n");
     }
     return finishResponse(status);

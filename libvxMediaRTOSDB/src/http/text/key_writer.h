@@ -7,7 +7,7 @@
 #include <span>
 #include <string_view>
 
-#include "libvxMediaRTOSDB/src/http/text/text_append.h"
+#include "libvxMediaRTOSDB/src/http/text/text_buffer.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 #include <mediacheckd/vxMediaRTOSDB/query_settings.h>
 
@@ -21,9 +21,9 @@ class JoinedText {
     template <typename... Parts>
     void add(SourcePlace place, const Parts&... parts) {
         if (mFirst) {
-            appendText(*mBuffer, place, mPrefix, parts...);
+            mBuffer->append(place, mPrefix, parts...);
         } else {
-            appendText(*mBuffer, place, ',', parts...);
+            mBuffer->append(place, ',', parts...);
         }
         mFirst = false;
     }
@@ -38,7 +38,7 @@ class KeyWriter {
   public:
     // prefix: written before the first key, "," before each further one.
     KeyWriter(TextBuffer* buffer, uint32_t fieldMask, std::string_view prefix)
-        : mBuffer(buffer), mKeys(buffer, prefix), mFieldMask(fieldMask), mStart(buffer->losses) {}
+        : mBuffer(buffer), mKeys(buffer, prefix), mFieldMask(fieldMask) {}
 
     // "key":"123"
     template <size_t Size>
@@ -97,19 +97,16 @@ class KeyWriter {
         mKeys.add(place, opening);
         JoinedText elements(mBuffer, "");
         addElements(elements);
-        appendText(*mBuffer, place, closing);
+        mBuffer->append(place, closing);
     }
 
     [[nodiscard]] bool selects(uint32_t field) const { return (mFieldMask & field) != 0; }
 
-    // HTTP_OK, or HTTP_INTERNAL_ERROR when something did not fit.
-    [[nodiscard]] int status() const {
-        return mBuffer->complete(mStart) ? HTTP_OK : HTTP_INTERNAL_ERROR;
-    }
+    // HTTP_OK, or HTTP_INTERNAL_ERROR when something did not fit into the buffer.
+    [[nodiscard]] int status() const { return mBuffer->complete() ? HTTP_OK : HTTP_INTERNAL_ERROR; }
 
   private:
     TextBuffer* mBuffer;
     JoinedText mKeys;
     uint32_t mFieldMask;
-    uint32_t mStart;
 };

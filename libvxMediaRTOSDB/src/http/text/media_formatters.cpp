@@ -12,7 +12,8 @@ int formatContentInfo(vxMediaDBOutput* pOutput, uint32_t fieldMask, const db_ite
         return HTTP_OK;
     }
     const db_item_record& item = *pInfo;
-    KeyWriter keys(&pOutput->localEntryBuffer, fieldMask, "");
+    TextBuffer entry = entryOf(*pOutput);
+    KeyWriter keys(&entry, fieldMask, "");
     keys.text(FIELD_NAME, "n", textOf(item.file_name));
     keys.number(FIELD_MODIFIED, "mod", item.modified);
     keys.number(FIELD_CREATED, "cre", item.created);
@@ -42,7 +43,8 @@ int formatVideoInfo(vxMediaDBOutput* pOutput, uint32_t fieldMask, const char* pP
         return HTTP_OK;
     }
     const db_video_specific_info& video = *pVideoInfo;
-    KeyWriter keys(&pOutput->localEntryBuffer, fieldMask, pPrepend);
+    TextBuffer entry = entryOf(*pOutput);
+    KeyWriter keys(&entry, fieldMask, pPrepend);
     writeLs(keys, video);
     keys.number(FIELD_CLIP, "cl", video.clip);
     keys.number(FIELD_AVC_PROFILE, "avc_profile", video.avc_profile);
@@ -62,7 +64,8 @@ int formatMoreInfo(vxMediaDBOutput* pOutput, uint32_t fieldMask, const char* pPr
         return HTTP_OK;
     }
     const db_more_info& more = *pMoreInfo;
-    KeyWriter keys(&pOutput->localEntryBuffer, fieldMask, pPrepend);
+    TextBuffer entry = entryOf(*pOutput);
+    KeyWriter keys(&entry, fieldMask, pPrepend);
     keys.write(here(), FIELD_DIMENSIONS, "\"w\":\"", asSigned(more.width), "\",\"h\":\"",
                asSigned(more.height), "\"");
     keys.write(here(), FIELD_FRAME_RATE, "\"fps\":\"", asSigned(more.frame_rate_numerator),
@@ -79,7 +82,8 @@ int formatGUMI(vxMediaDBOutput* pOutput, uint32_t fieldMask, const char* pPrepen
     if (!pGUMI) {
         return HTTP_OK;
     }
-    KeyWriter keys(&pOutput->localEntryBuffer, fieldMask, pPrepend);
+    TextBuffer entry = entryOf(*pOutput);
+    KeyWriter keys(&entry, fieldMask, pPrepend);
     keys.hex(FIELD_GUMI, "gumi", pGUMI->bytes);
     if (pPGUMI) {
         keys.hex(FIELD_PARENT_GUMI, "pgumi", pPGUMI->bytes);

@@ -1,4 +1,4 @@
-#include "libvxMediaRTOSDB/src/http/text/text_append.h"
+#include "libvxMediaRTOSDB/src/http/text/text_buffer.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -26,27 +26,18 @@ const char* baseName(const char* path) {
 
 }  // namespace
 
-bool allocateText(TextBuffer& buffer, TextBufferKind kind) {
-    buffer = {};
+char* allocateText(TextBufferKind kind) {
     // Memory that comes zeroed from the kernel is not touched before it is used.
-    buffer.start = static_cast<char*>(std::calloc(limitOf(kind) + 1, 1));
-    if (!buffer.start) {
-        return false;
-    }
-    buffer.limit = limitOf(kind);
-    buffer.kind = kind;
-    return true;
+    return static_cast<char*>(std::calloc(limitOf(kind) + 1, 1));
 }
 
-void releaseText(TextBuffer& buffer) {
-    std::free(buffer.start);
-    buffer = {};
-}
+TextBuffer::TextBuffer(TextBufferKind kind, char* buffer, char** position)
+    : mKind(kind), mStart(buffer), mLimit(buffer + limitOf(kind)), mPosition(position) {}
 
-void startTextAnew(TextBuffer& buffer, size_t sizeOfParts, SourcePlace place) {
-    const int wouldBe = static_cast<int>(buffer.length + sizeOfParts);
-    const int limit = static_cast<int>(buffer.limit);
-    switch (buffer.kind) {
+void TextBuffer::startAnew(size_t sizeOfParts, SourcePlace place) {
+    const int wouldBe = static_cast<int>(text().size() + sizeOfParts);
+    const int limit = static_cast<int>(limitOf(mKind));
+    switch (mKind) {
         case TextBufferKind::kPage:
             UTIL_LOG(UTIL_LOG_ERROR, "exceeded buffer length for vxoutput %d, %s:%d\n", wouldBe,
                      baseName(place.file), place.line);
@@ -60,6 +51,15 @@ void startTextAnew(TextBuffer& buffer, size_t sizeOfParts, SourcePlace place) {
                      baseName(place.file), place.line);
             break;
     }
-    clearText(buffer);
-    ++buffer.losses;
+    clear();
+    mComplete = false;
+}
+
+OutputTexts::OutputTexts(vxMediaDBOutput& output)
+    : page(TextBufferKind::kPage, output.localBuffer, &output.pagePosition),
+      directory(TextBufferKind::kDirectory, output.localDirectoryBuffer, &output.directoryPosition),
+      entry(entryOf(output)) {}
+
+TextBuffer entryOf(vxMediaDBOutput& output) {
+    return {TextBufferKind::kEntry, output.localEntryBuffer, &output.entryPosition};
 }

@@ -1,7 +1,9 @@
 // The buffers that responses are built in, at their limits and without memory.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 
 #include "libvxMediaRTOSDB/src/http/text/media_db_output_guard.h"
@@ -43,6 +45,41 @@ TEST(TextBuffer, KeepsItsLimit) {
             EXPECT_EQ(platform.logged(c.message +
                                       "text_buffer_test.cpp:" + std::to_string(place.line) + "\n"),
                       !fits);
+        }
+    }
+}
+
+template <typename Part>
+std::string written(const Part& part) {
+    char text[128];
+    const std::string result(text, write(text, part));
+    EXPECT_EQ(result.size(), exactSize(part));
+    return result;
+}
+
+TEST(TextPart, WritesEveryLengthOfNumber) {
+    uint64_t power = 1;
+    for (int digits = 0; digits < 20; ++digits, power *= 10) {
+        for (const uint64_t number : {power - 1, power, power + power / 9, -power}) {
+            EXPECT_EQ(written(number), std::to_string(number));
+            EXPECT_EQ(written(static_cast<int32_t>(number)),
+                      std::to_string(static_cast<int32_t>(number)));
+        }
+    }
+}
+
+TEST(TextPart, EscapesEveryByteAtEveryPlace) {
+    for (size_t place = 0; place < 17; ++place) {
+        for (int byte = 0; byte < 0x80; ++byte) {  // what stands around it is plain
+            std::string text(17, static_cast<char>(0x80 + byte));
+            std::string escaped = text;
+            text[place] = static_cast<char>(byte);
+            char code[] = {'\\', text[place], '\0', '\0', '\0', '\0', '\0'};
+            if (byte < 0x20) {
+                std::snprintf(code, sizeof code, "\\u%04x", static_cast<unsigned>(byte));
+            }
+            escaped.replace(place, 1, byte < 0x20 || strchr("\"\\", byte) ? code : code + 1);
+            EXPECT_EQ(written(JsonText{text}), escaped);
         }
     }
 }

@@ -9,11 +9,11 @@
 namespace {
 
 void writeFileKeys(KeyWriter& keys, const db_item_record& item) {
-    keys.text(FIELD_NAME, "n", textOf(item.file_name));
-    keys.number(FIELD_MODIFIED, "mod", item.modified);
-    keys.number(FIELD_CREATED, "cre", item.created);
-    keys.number(FIELD_UPLOAD_STATUS, "us", item.upload_status);
-    keys.flag(FIELD_TR, "tr", hasAttribute(item, ITEM_ATTRIBUTE_TR));
+    keys.text<"n">(FIELD_NAME, textOf(item.file_name));
+    keys.number<"mod">(FIELD_MODIFIED, item.modified);
+    keys.number<"cre">(FIELD_CREATED, item.created);
+    keys.number<"us">(FIELD_UPLOAD_STATUS, item.upload_status);
+    keys.flag<"tr">(FIELD_TR, hasAttribute(item, ITEM_ATTRIBUTE_TR));
 }
 
 void writeGumiKeys(KeyWriter& keys, const ListItem& item) {
@@ -21,24 +21,24 @@ void writeGumiKeys(KeyWriter& keys, const ListItem& item) {
         return;
     }
     if (isValid(*item.gumi)) {
-        keys.hex(FIELD_GUMI, "gumi", item.gumi->bytes);
+        keys.hex<"gumi">(FIELD_GUMI, item.gumi->bytes);
     } else {
-        keys.number(FIELD_DOES_NOT_EXIST, "DNE", 1);
+        keys.number<"DNE">(FIELD_DOES_NOT_EXIST, 1);
     }
     if (item.parentGumi) {
-        keys.hex(FIELD_PARENT_GUMI, "pgumi", item.parentGumi->bytes);
+        keys.hex<"pgumi">(FIELD_PARENT_GUMI, item.parentGumi->bytes);
     }
 }
 
 // The keys of a recording that single videos and members share.
 void writeRecordingKeys(KeyWriter& keys, const MemberRecord& recording) {
     const db_item_record& item = *recording.item;
-    keys.flag(FIELD_PTA, "pta", hasAttribute(item, ITEM_ATTRIBUTE_PTA));
-    keys.text(FIELD_AUDIO_OPTION, "ao", audioOption(item));
-    keys.flag(FIELD_MP, "mp", hasAttribute(item, ITEM_ATTRIBUTE_MP));
-    keys.number(FIELD_DURATION, "dur", durationSeconds(*recording.video));
-    keys.number(FIELD_SCORE, "mahs", itemScore(item));
-    keys.number(FIELD_HIGHLIGHT_COUNT, "hc", item.highlight_count);
+    keys.flag<"pta">(FIELD_PTA, hasAttribute(item, ITEM_ATTRIBUTE_PTA));
+    keys.word<"ao">(FIELD_AUDIO_OPTION, audioOption(item));
+    keys.flag<"mp">(FIELD_MP, hasAttribute(item, ITEM_ATTRIBUTE_MP));
+    keys.number<"dur">(FIELD_DURATION, durationSeconds(*recording.video));
+    keys.number<"mahs">(FIELD_SCORE, itemScore(item));
+    keys.number<"hc">(FIELD_HIGHLIGHT_COUNT, item.highlight_count);
     keys.list(FIELD_HIGHLIGHTS, "\"hi\":[", "]", [&](JoinedText& times) {
         for (const u32le& time : recording.highlights) {
             times.add(here(), asSigned(time));
@@ -48,15 +48,15 @@ void writeRecordingKeys(KeyWriter& keys, const MemberRecord& recording) {
 
 void writeVideoKeys(KeyWriter& keys, const MemberRecord& video) {
     writeLs(keys, *video.video);
-    keys.number(FIELD_CLIP, "cl", video.video->clip);
+    keys.number<"cl">(FIELD_CLIP, video.video->clip);
     writeRecordingKeys(keys, video);
 }
 
 void writePhotoKeys(KeyWriter& keys, const db_item_record& item) {
-    keys.number(FIELD_HIGHLIGHT_COUNT, "hc", item.highlight_count);
-    keys.flag(FIELD_HDR, "hdr", hasAttribute(item, ITEM_ATTRIBUTE_HDR));
-    keys.flag(FIELD_WDR, "wdr", hasAttribute(item, ITEM_ATTRIBUTE_WDR));
-    keys.flag(FIELD_RAW, "raw", hasAttribute(item, ITEM_ATTRIBUTE_RAW));
+    keys.number<"hc">(FIELD_HIGHLIGHT_COUNT, item.highlight_count);
+    keys.flag<"hdr">(FIELD_HDR, hasAttribute(item, ITEM_ATTRIBUTE_HDR));
+    keys.flag<"wdr">(FIELD_WDR, hasAttribute(item, ITEM_ATTRIBUTE_WDR));
+    keys.flag<"raw">(FIELD_RAW, hasAttribute(item, ITEM_ATTRIBUTE_RAW));
 }
 
 std::string_view groupLetter(uint32_t contentType) {
@@ -95,12 +95,12 @@ void writePhotoGroupKeys(KeyWriter& keys, const ListItem& item, ListStyle style)
 
     keys.write(here(), FIELD_GROUP, "\"g\":\"", asSigned(number), "\",\"b\":\"",
                asSigned(group.first_number), "\",\"l\":\"", asSigned(group.last_number), "\"");
-    keys.text(FIELD_GROUP, "t", groupLetter(item.record->content_type));
+    keys.word<"t">(FIELD_GROUP, groupLetter(item.record->content_type));
     keys.list(FIELD_GROUP, "\"m\":[", "]", [&](JoinedText& numbers) {
         addUnmarked(numbers, group, item.memberMask, group.num_missing, "");
     });
     if (style.countsGroupHighlights) {
-        keys.number(FIELD_GROUP, "ghc", asSigned(highlights));
+        keys.number<"ghc">(FIELD_GROUP, asSigned(highlights));
         keys.list(FIELD_GROUP, "\"ghi\":[", "]", addHighlighted(""));
     } else if (highlights != 0) {
         keys.list(FIELD_GROUP, "\"ghc\":{", "}", addHighlighted(":\"1\""));
@@ -120,7 +120,7 @@ void writeKindKeys(KeyWriter& keys, const ListItem& item, ListStyle style) {
             writePhotoKeys(keys, *item.record);
             break;
         case DB_CONTENT_TYPE_SESSION_FILE:
-            keys.number(FIELD_HIGHLIGHT_COUNT, "hc", item.record->highlight_count);
+            keys.number<"hc">(FIELD_HIGHLIGHT_COUNT, item.record->highlight_count);
             break;
         default:
             writePhotoGroupKeys(keys, item, style);
@@ -130,23 +130,29 @@ void writeKindKeys(KeyWriter& keys, const ListItem& item, ListStyle style) {
 
 }  // namespace
 
-void writeItemKeys(KeyWriter& keys, const ListItem& item, ListStyle style) {
+// The writers of one function each: the end of the text then stays in a register, instead of being
+// stored and read again for each key.
+[[gnu::flatten]] void writeItemKeys(TextBuffer* object, uint32_t fieldMask, const ListItem& item,
+                                    ListStyle style) {
+    KeyWriter keys(object, fieldMask, "");
     writeFileKeys(keys, *item.record);
     writeGumiKeys(keys, item);
     writeKindKeys(keys, item, style);
-    keys.number(FIELD_SIZE, "s", item.group ? item.group->group_size : item.record->size);
+    keys.number<"s">(FIELD_SIZE, item.group ? item.group->group_size : item.record->size);
 }
 
-void writeMemberKeys(KeyWriter& keys, const MemberRecord& member, ListStyle style) {
+[[gnu::flatten]] void writeMemberKeys(TextBuffer* object, uint32_t fieldMask,
+                                      const MemberRecord& member, ListStyle style) {
+    KeyWriter keys(object, fieldMask, "");
     const auto writeSize = [&] {
         writeLs(keys, *member.video);
-        keys.number(FIELD_SIZE, "s", member.item->size);
+        keys.number<"s">(FIELD_SIZE, member.item->size);
     };
     writeFileKeys(keys, *member.item);
     if (!style.memberSizeLast) {
         writeSize();
     }
-    keys.flag(FIELD_EIS, "eis", hasAttribute(*member.item, ITEM_ATTRIBUTE_EIS));
+    keys.flag<"eis">(FIELD_EIS, hasAttribute(*member.item, ITEM_ATTRIBUTE_EIS));
     writeRecordingKeys(keys, member);
     if (style.memberSizeLast) {
         writeSize();

@@ -1,4 +1,4 @@
-// The JSON keys of one file in a media list, as far as the writer's field mask selects them.
+// The JSON keys of one file in a media list, as far as a field mask (MediaField bits) selects them.
 #pragma once
 
 #include <cstdint>
@@ -21,5 +21,6 @@ struct MemberRecord {
     std::span<const u32le> highlights;
 };
 
-void writeItemKeys(KeyWriter& keys, const ListItem& item, ListStyle style);
-void writeMemberKeys(KeyWriter& keys, const MemberRecord& member, ListStyle style);
+void writeItemKeys(TextBuffer* object, uint32_t fieldMask, const ListItem& item, ListStyle style);
+void writeMemberKeys(TextBuffer* object, uint32_t fieldMask, const MemberRecord& member,
+                     ListStyle style);

@@ -282,8 +282,7 @@ void ListPages::listItem(const ListItem& item) {
         }
         logUngroupedVideo(record);
     }
-    KeyWriter keys(mGroups->beginFile(), mPlan.fieldMask, "");
-    writeItemKeys(keys, item, mPlan.style);
+    writeItemKeys(mGroups->beginFile(), mPlan.fieldMask, item, mPlan.style);
     mGroups->endFile();
 }
 
@@ -292,8 +291,7 @@ void ListPages::listMembers(const ListItem& item) {
     MemberRecord member;
     MemberAnswer answer = members.next(&member);
     for (; answer == MemberAnswer::kAnswered; answer = members.next(&member)) {
-        KeyWriter keys(mGroups->beginFile(), mPlan.fieldMask, "");
-        writeMemberKeys(keys, member, mPlan.style);
+        writeMemberKeys(mGroups->beginFile(), mPlan.fieldMask, member, mPlan.style);
         mGroups->endFile();
     }
     if (answer == MemberAnswer::kFailed) {

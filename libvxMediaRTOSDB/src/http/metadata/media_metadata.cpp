@@ -83,10 +83,10 @@ int writeMoreInfo(Metadata& metadata, uint32_t fieldMask) {
 int formatMetadataVideoInfo(vxMediaDBOutput* output, const db_video_specific_info& video) {
     TextBuffer entry = entryOf(*output);
     KeyWriter keys(&entry, kAllFields, "");
-    keys.number(FIELD_DURATION, "dur", durationSeconds(video));
-    keys.number(FIELD_CLIP, "c", video.clip);
-    keys.number(FIELD_AVC_PROFILE, "avc_profile", video.avc_profile);
-    keys.number(FIELD_PROFILE, "profile", video.profile);
+    keys.number<"dur">(FIELD_DURATION, durationSeconds(video));
+    keys.number<"c">(FIELD_CLIP, video.clip);
+    keys.number<"avc_profile">(FIELD_AVC_PROFILE, video.avc_profile);
+    keys.number<"profile">(FIELD_PROFILE, video.profile);
     keys.write(here(), FIELD_HIGHLIGHT_COUNT, "\"tag_count\":", uint32_t{video.highlight_count});
     keys.list(FIELD_HIGHLIGHTS, "\"tags\":[", "]",
               [&](JoinedText& values) { addHighlights(values, video); });
@@ -96,9 +96,9 @@ int formatMetadataVideoInfo(vxMediaDBOutput* output, const db_video_specific_inf
 int formatMetadataDur(vxMediaDBOutput* output, const db_video_specific_info& video) {
     TextBuffer entry = entryOf(*output);
     KeyWriter keys(&entry, kAllFields, "");
-    keys.number(FIELD_DURATION, "dur", durationSeconds(video));
-    keys.number(FIELD_CLIP, "c", video.clip);
-    keys.number(FIELD_PROFILE, "profile", video.profile);
+    keys.number<"dur">(FIELD_DURATION, durationSeconds(video));
+    keys.number<"c">(FIELD_CLIP, video.clip);
+    keys.number<"profile">(FIELD_PROFILE, video.profile);
     return keys.status();
 }
 

@@ -7,30 +7,44 @@
 #include <span>
 #include <string_view>
 
+#include "libvxMediaRTOSDB/src/http/text/key_opening.h"
 #include "libvxMediaRTOSDB/src/http/text/text_buffer.h"
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 #include <mediacheckd/vxMediaRTOSDB/query_settings.h>
 
+// Where keys are written: the end of a buffer's text, which the buffer knows again when this ends.
+class TextEnd {
+  public:
+    explicit TextEnd(TextBuffer* buffer) : mBuffer(buffer), mEnd(buffer->end()) {}
+    ~TextEnd() { mBuffer->endAt(mEnd); }
+    TextEnd(const TextEnd&) = delete;
+    TextEnd& operator=(const TextEnd&) = delete;
+
+    template <typename... Parts>
+    void append(SourcePlace place, const Parts&... parts) {
+        mEnd = mBuffer->appendAt(mEnd, place, parts...);
+    }
+
+    [[nodiscard]] bool complete() const { return mBuffer->complete(); }
+
+  private:
+    TextBuffer* mBuffer;
+    char* mEnd;
+};
+
 // Texts joined by ",".
 class JoinedText {
   public:
-    // prefix: written before the first text; must outlive this.
-    JoinedText(TextBuffer* buffer, std::string_view prefix) : mBuffer(buffer), mPrefix(prefix) {}
+    explicit JoinedText(TextEnd* end) : mEnd(end) {}
 
-    // The "," is a constant of its own: joined as any prefix, it slows a whole list by a fifth.
     template <typename... Parts>
     void add(SourcePlace place, const Parts&... parts) {
-        if (mFirst) {
-            mBuffer->append(place, mPrefix, parts...);
-        } else {
-            mBuffer->append(place, ',', parts...);
-        }
+        mEnd->append(place, std::string_view(",").substr(mFirst), parts...);
         mFirst = false;
     }
 
   private:
-    TextBuffer* mBuffer;
-    std::string_view mPrefix;
+    TextEnd* mEnd;
     bool mFirst = true;
 };
 
@@ -38,50 +52,51 @@ class KeyWriter {
   public:
     // prefix: written before the first key, "," before each further one.
     KeyWriter(TextBuffer* buffer, uint32_t fieldMask, std::string_view prefix)
-        : mBuffer(buffer), mKeys(buffer, prefix), mFieldMask(fieldMask) {}
+        : mEnd(buffer), mPrefix(prefix), mFieldMask(fieldMask) {}
 
     // "key":"123"
-    template <size_t Size>
-    void number(uint32_t field, const char (&key)[Size], uint32_t value,
-                SourcePlace place = here()) {
-        write(place, field, "\"", key, "\":\"", value, "\"");
+    template <KeyName Key>
+    void number(uint32_t field, uint32_t value, SourcePlace place = here()) {
+        quoted<Key>(place, field, value);
     }
-    template <size_t Size>
-    void number(uint32_t field, const char (&key)[Size], uint64_t value,
-                SourcePlace place = here()) {
-        write(place, field, "\"", key, "\":\"", value, "\"");
+    template <KeyName Key>
+    void number(uint32_t field, uint64_t value, SourcePlace place = here()) {
+        quoted<Key>(place, field, value);
     }
-    template <size_t Size>
-    void number(uint32_t field, const char (&key)[Size], int32_t value,
-                SourcePlace place = here()) {
-        write(place, field, "\"", key, "\":\"", value, "\"");
+    template <KeyName Key>
+    void number(uint32_t field, int32_t value, SourcePlace place = here()) {
+        quoted<Key>(place, field, value);
     }
 
     // "key":"1" or "key":"0"
-    template <size_t Size>
-    void flag(uint32_t field, const char (&key)[Size], bool value, SourcePlace place = here()) {
-        write(place, field, "\"", key, "\":\"", value ? '1' : '0', "\"");
+    template <KeyName Key>
+    void flag(uint32_t field, bool value, SourcePlace place = here()) {
+        quoted<Key>(place, field, value ? '1' : '0');
+    }
+
+    // "key":"word", a text of the library's own
+    template <KeyName Key>
+    void word(uint32_t field, std::string_view value, SourcePlace place = here()) {
+        quoted<Key>(place, field, value);
     }
 
     // "key":"text", the text escaped
-    template <size_t Size>
-    void text(uint32_t field, const char (&key)[Size], std::string_view value,
-              SourcePlace place = here()) {
-        write(place, field, "\"", key, "\":\"", JsonText{value}, "\"");
+    template <KeyName Key>
+    void text(uint32_t field, std::string_view value, SourcePlace place = here()) {
+        quoted<Key>(place, field, JsonText{value});
     }
 
     // "key":"00ff..."
-    template <size_t Size>
-    void hex(uint32_t field, const char (&key)[Size], std::span<const uint8_t, 16> value,
-             SourcePlace place = here()) {
-        write(place, field, "\"", key, "\":\"", HexText{value}, "\"");
+    template <KeyName Key>
+    void hex(uint32_t field, std::span<const uint8_t, 16> value, SourcePlace place = here()) {
+        quoted<Key>(place, field, HexText{value});
     }
 
     // Parts that make up a key and its value.
     template <typename... Parts>
     void write(SourcePlace place, uint32_t field, const Parts&... parts) {
         if (selects(field)) {
-            mKeys.add(place, parts...);
+            append(place, std::string_view(",").substr(mFirst), parts...);
         }
     }
 
@@ -94,19 +109,37 @@ class KeyWriter {
         if (!selects(field)) {
             return;
         }
-        mKeys.add(place, opening);
-        JoinedText elements(mBuffer, "");
+        append(place, std::string_view(",").substr(mFirst), opening);
+        JoinedText elements(&mEnd);
         addElements(elements);
-        mBuffer->append(place, closing);
+        mEnd.append(place, closing);
     }
 
     [[nodiscard]] bool selects(uint32_t field) const { return (mFieldMask & field) != 0; }
 
     // HTTP_OK, or HTTP_INTERNAL_ERROR when something did not fit into the buffer.
-    [[nodiscard]] int status() const { return mBuffer->complete() ? HTTP_OK : HTTP_INTERNAL_ERROR; }
+    [[nodiscard]] int status() const { return mEnd.complete() ? HTTP_OK : HTTP_INTERNAL_ERROR; }
 
   private:
-    TextBuffer* mBuffer;
-    JoinedText mKeys;
+    template <KeyName Key, typename Value>
+    void quoted(SourcePlace place, uint32_t field, const Value& value) {
+        if (selects(field)) {
+            append(place, openingOf<Key>().asFirst(mFirst), value, '"');
+        }
+    }
+
+    template <typename... Parts>
+    void append(SourcePlace place, const Parts&... parts) {
+        if (!mPrefix.empty()) [[unlikely]] {
+            mEnd.append(place, mPrefix);
+            mPrefix = {};
+        }
+        mEnd.append(place, parts...);
+        mFirst = false;
+    }
+
+    TextEnd mEnd;
+    std::string_view mPrefix;
     uint32_t mFieldMask;
+    bool mFirst = true;
 };

@@ -14,24 +14,24 @@ int formatContentInfo(vxMediaDBOutput* pOutput, uint32_t fieldMask, const db_ite
     const db_item_record& item = *pInfo;
     TextBuffer entry = entryOf(*pOutput);
     KeyWriter keys(&entry, fieldMask, "");
-    keys.text(FIELD_NAME, "n", textOf(item.file_name));
-    keys.number(FIELD_MODIFIED, "mod", item.modified);
-    keys.number(FIELD_CREATED, "cre", item.created);
-    keys.number(FIELD_SIZE, "s", item.size);
-    keys.number(FIELD_SCORE, "mahs", itemScore(item));
-    keys.number(FIELD_HIGHLIGHT_COUNT, "hc", item.highlight_count);
-    keys.number(FIELD_UPLOAD_STATUS, "us", item.upload_status);
-    keys.flag(FIELD_EIS, "eis", hasAttribute(item, ITEM_ATTRIBUTE_EIS));
-    keys.flag(FIELD_HDR, "hdr", hasAttribute(item, ITEM_ATTRIBUTE_HDR));
-    keys.flag(FIELD_WDR, "wdr", hasAttribute(item, ITEM_ATTRIBUTE_WDR));
-    keys.flag(FIELD_PTA, "pta", hasAttribute(item, ITEM_ATTRIBUTE_PTA));
-    keys.text(FIELD_AUDIO_OPTION, "ao", audioOption(item));
-    keys.flag(FIELD_RAW, "raw", hasAttribute(item, ITEM_ATTRIBUTE_RAW));
-    keys.flag(FIELD_TR, "tr", hasAttribute(item, ITEM_ATTRIBUTE_TR));
-    keys.flag(FIELD_MP, "mp", hasAttribute(item, ITEM_ATTRIBUTE_MP));
-    keys.number(FIELD_CONTENT_TYPE, "ct", item.content_type);
-    keys.number(FIELD_ROTATION, "rot", item.rotation);
-    keys.number(FIELD_FIELD_OF_VIEW, "fov", item.field_of_view);
+    keys.text<"n">(FIELD_NAME, textOf(item.file_name));
+    keys.number<"mod">(FIELD_MODIFIED, item.modified);
+    keys.number<"cre">(FIELD_CREATED, item.created);
+    keys.number<"s">(FIELD_SIZE, item.size);
+    keys.number<"mahs">(FIELD_SCORE, itemScore(item));
+    keys.number<"hc">(FIELD_HIGHLIGHT_COUNT, item.highlight_count);
+    keys.number<"us">(FIELD_UPLOAD_STATUS, item.upload_status);
+    keys.flag<"eis">(FIELD_EIS, hasAttribute(item, ITEM_ATTRIBUTE_EIS));
+    keys.flag<"hdr">(FIELD_HDR, hasAttribute(item, ITEM_ATTRIBUTE_HDR));
+    keys.flag<"wdr">(FIELD_WDR, hasAttribute(item, ITEM_ATTRIBUTE_WDR));
+    keys.flag<"pta">(FIELD_PTA, hasAttribute(item, ITEM_ATTRIBUTE_PTA));
+    keys.word<"ao">(FIELD_AUDIO_OPTION, audioOption(item));
+    keys.flag<"raw">(FIELD_RAW, hasAttribute(item, ITEM_ATTRIBUTE_RAW));
+    keys.flag<"tr">(FIELD_TR, hasAttribute(item, ITEM_ATTRIBUTE_TR));
+    keys.flag<"mp">(FIELD_MP, hasAttribute(item, ITEM_ATTRIBUTE_MP));
+    keys.number<"ct">(FIELD_CONTENT_TYPE, item.content_type);
+    keys.number<"rot">(FIELD_ROTATION, item.rotation);
+    keys.number<"fov">(FIELD_FIELD_OF_VIEW, item.field_of_view);
     return keys.status();
 }
 
@@ -46,13 +46,13 @@ int formatVideoInfo(vxMediaDBOutput* pOutput, uint32_t fieldMask, const char* pP
     TextBuffer entry = entryOf(*pOutput);
     KeyWriter keys(&entry, fieldMask, pPrepend);
     writeLs(keys, video);
-    keys.number(FIELD_CLIP, "cl", video.clip);
-    keys.number(FIELD_AVC_PROFILE, "avc_profile", video.avc_profile);
-    keys.number(FIELD_PROFILE, "profile", video.profile);
-    keys.number(FIELD_HIGHLIGHT_COUNT, "hc", video.highlight_count);
+    keys.number<"cl">(FIELD_CLIP, video.clip);
+    keys.number<"avc_profile">(FIELD_AVC_PROFILE, video.avc_profile);
+    keys.number<"profile">(FIELD_PROFILE, video.profile);
+    keys.number<"hc">(FIELD_HIGHLIGHT_COUNT, video.highlight_count);
     keys.list(FIELD_HIGHLIGHTS, "\"hi\":[", "]",
               [&](JoinedText& values) { addHighlights(values, video); });
-    keys.number(FIELD_DURATION, "dur", durationSeconds(video));
+    keys.number<"dur">(FIELD_DURATION, durationSeconds(video));
     return keys.status();
 }
 
@@ -70,8 +70,8 @@ int formatMoreInfo(vxMediaDBOutput* pOutput, uint32_t fieldMask, const char* pPr
                asSigned(more.height), "\"");
     keys.write(here(), FIELD_FRAME_RATE, "\"fps\":\"", asSigned(more.frame_rate_numerator),
                "\",\"fps_denom\":\"", asSigned(more.frame_rate_denominator), "\"");
-    keys.number(FIELD_PROGRESSIVE, "prog", asSigned(more.is_progressive));
-    keys.number(FIELD_SUBSAMPLED, "subsample", asSigned(more.is_subsampled));
+    keys.number<"prog">(FIELD_PROGRESSIVE, asSigned(more.is_progressive));
+    keys.number<"subsample">(FIELD_SUBSAMPLED, asSigned(more.is_subsampled));
     return keys.status();
 }
 
@@ -84,9 +84,9 @@ int formatGUMI(vxMediaDBOutput* pOutput, uint32_t fieldMask, const char* pPrepen
     }
     TextBuffer entry = entryOf(*pOutput);
     KeyWriter keys(&entry, fieldMask, pPrepend);
-    keys.hex(FIELD_GUMI, "gumi", pGUMI->bytes);
+    keys.hex<"gumi">(FIELD_GUMI, pGUMI->bytes);
     if (pPGUMI) {
-        keys.hex(FIELD_PARENT_GUMI, "pgumi", pPGUMI->bytes);
+        keys.hex<"pgumi">(FIELD_PARENT_GUMI, pPGUMI->bytes);
     }
     return keys.status();
 }

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "libvxMediaRTOSDB/src/http/text/key_opening.h"
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace {
@@ -28,14 +29,14 @@ const char* baseName(const char* path) {
 
 char* allocateText(TextBufferKind kind) {
     // Memory that comes zeroed from the kernel is not touched before it is used.
-    return static_cast<char*>(std::calloc(limitOf(kind) + 1, 1));
+    return static_cast<char*>(std::calloc(limitOf(kind) + kKeyOpeningCopy + 1, 1));
 }
 
 TextBuffer::TextBuffer(TextBufferKind kind, char* buffer, char** position)
     : mKind(kind), mStart(buffer), mLimit(buffer + limitOf(kind)), mPosition(position) {}
 
-void TextBuffer::startAnew(size_t sizeOfParts, SourcePlace place) {
-    const int wouldBe = static_cast<int>(text().size() + sizeOfParts);
+char* TextBuffer::startAnew(const char* end, size_t sizeOfParts, SourcePlace place) {
+    const int wouldBe = static_cast<int>(textUpTo(end, mStart).size() + sizeOfParts);
     const int limit = static_cast<int>(limitOf(mKind));
     switch (mKind) {
         case TextBufferKind::kPage:
@@ -51,8 +52,8 @@ void TextBuffer::startAnew(size_t sizeOfParts, SourcePlace place) {
                      baseName(place.file), place.line);
             break;
     }
-    clear();
     mComplete = false;
+    return mStart;
 }
 
 OutputTexts::OutputTexts(vxMediaDBOutput& output)

@@ -31,24 +31,32 @@ class TextBuffer {
     // place: where they come from, for the log.
     template <typename... Parts>
     void append(SourcePlace place, const Parts&... parts) {
-        const auto room = static_cast<size_t>(mLimit - *mPosition);
+        endAt(appendAt(end(), place, parts...));
+    }
+
+    // The same for a writer that keeps the end of the text and gives it to endAt when it is done:
+    // returns where the text ends then.
+    template <typename... Parts>
+    [[nodiscard]] char* appendAt(char* end, SourcePlace place, const Parts&... parts) {
+        const auto room = static_cast<size_t>(mLimit - end);
         if ((maxSize(parts) + ... + 0) > room) [[unlikely]] {
             const size_t size = (exactSize(parts) + ... + 0);
             if (size > room) {
-                startAnew(size, place);
-                return;
+                return startAnew(end, size, place);
             }
         }
-        char* end = *mPosition;
         ((end = write(end, parts)), ...);
-        *end = '\0';
-        *mPosition = end;
+        return end;
     }
 
-    void clear() {
-        *mPosition = mStart;
-        *mStart = '\0';
+    [[nodiscard]] char* end() const { return *mPosition; }
+
+    void endAt(char* end) {
+        *mPosition = end;
+        *end = '\0';
     }
+
+    void clear() { endAt(mStart); }
 
     // Valid until the text changes.
     [[nodiscard]] std::string_view text() const { return textUpTo(*mPosition, mStart); }
@@ -57,8 +65,8 @@ class TextBuffer {
     [[nodiscard]] bool complete() const { return mComplete; }
 
   private:
-    // Logs that parts of a size do not fit and clears the text.
-    void startAnew(size_t sizeOfParts, SourcePlace place);
+    // Logs that parts of a size do not fit behind the end. Returns the start.
+    char* startAnew(const char* end, size_t sizeOfParts, SourcePlace place);
 
     TextBufferKind mKind;
     char* mStart;

@@ -6,7 +6,6 @@
 //   write      writes them and returns the place behind them
 #pragma once
 
-#include <charconv>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -14,6 +13,8 @@
 #include <limits>
 #include <span>
 #include <string_view>
+
+#include "libvxMediaRTOSDB/src/http/text/decimal.h"
 
 // A text from outside, written with quotes, backslashes and control bytes escaped.
 struct JsonText {
@@ -63,10 +64,10 @@ constexpr size_t maxSize(Number) {
 
 template <std::integral Number>
 char* write(char* place, Number number) {
-    if (number >= 0 && number < 10) {
-        return write(place, static_cast<char>('0' + number));
+    if (number < 0) {
+        return writeDecimal(write(place, '-'), -static_cast<uint64_t>(number));
     }
-    return std::to_chars(place, place + maxSize(number), number).ptr;
+    return writeDecimal(place, static_cast<uint64_t>(number));
 }
 
 constexpr size_t maxSize(HexText hex) {
@@ -92,7 +93,7 @@ constexpr size_t exactSize(const Part& part) {
 
 template <std::integral Number>
 size_t exactSize(const Number& number) {
-    char digits[maxSize(Number{})];
+    char digits[maxSize(Number{}) + kDecimalStep];
     return static_cast<size_t>(write(digits, number) - digits);
 }
 

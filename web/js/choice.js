@@ -13,17 +13,30 @@ function day(text, end) {
   return text ? Date.parse(`${text}T${end ? '23:59:59' : '00:00:00'}Z`) / 1000 : null;
 }
 
-export function choose(items, form) {
-  const wanted = Object.fromEntries(new FormData(form));
-  const text = wanted.text.trim().toLowerCase();
-  const from = day(wanted.from, false) ?? -Infinity;
-  const to = day(wanted.to, true) ?? Infinity;
+function isKind(item, kind) {
+  return kind === item.kind || kind === item.series || (kind === 'chapters' && item.kind === 'video' && item.count > 1);
+}
+
+// What the form asks for. byFolder: in the card's order; needsAll: what is chosen is known only when the
+// whole card is.
+export function wishOf(form) {
+  const wish = Object.fromEntries(new FormData(form));
+  wish.text = wish.text.trim().toLowerCase();
+  wish.byFolder = wish.order === 'card';
+  wish.filtered = Boolean(wish.text || wish.kind || wish.upload || wish.marked || wish.from || wish.to);
+  wish.needsAll = wish.filtered || !wish.byFolder;
+  return wish;
+}
+
+export function choose(items, wish) {
+  if (!wish.needsAll) return items;
+  const from = day(wish.from, false) ?? -Infinity;
+  const to = day(wish.to, true) ?? Infinity;
   const chosen = items.filter((item) =>
-    (!text || item.path.toLowerCase().includes(text))
-    && (!wanted.kind || item.kind === wanted.kind)
-    && (!wanted.upload || (item.uploadStatus === 0) === (wanted.upload === 'open'))
-    && (!wanted.marked || item.highlightCount > 0)
+    (!wish.text || item.label.toLowerCase().includes(wish.text))
+    && (!wish.kind || isKind(item, wish.kind))
+    && (!wish.upload || (item.uploadStatus === 0) === (wish.upload === 'open'))
+    && (!wish.marked || item.highlightCount > 0)
     && item.created >= from && item.created <= to);
-  const order = ORDERS[wanted.order];
-  return order ? chosen.sort(order) : chosen;
+  return wish.byFolder ? chosen : chosen.sort(ORDERS[wish.order]);
 }

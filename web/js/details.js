@@ -1,30 +1,64 @@
-// The panel of the chosen item: its chapters, all metadata of a file, the request that gave them, and
+// The panel of the chosen item: its members, all metadata of a file, the request that gave them, and
 // its upload status to be set.
 
 import { address, mediaAddress, metadata, writeUploadStatus } from './camera.js';
-import { element, sizeText, timeText } from './texts.js';
+import { membersOf } from './members.js';
+import { highlightLine, partsText, picture } from './tile.js';
+import { durationText, element, sizeText, timeText } from './texts.js';
+
+const PAUSE = 120; // milliseconds: who steps through the list asks for the last file only
 
 const NAMES = {
-  cre: 'created', s: 'size', us: 'upload status', dur: 'seconds', hc: 'highlights', hi: 'highlights at ms',
+  cre: 'created', s: 'size', us: 'upload status', dur: 'length', hc: 'highlights', hi: 'highlights at',
   mahs: 'score', ct: 'content type', rot: 'rotation', fov: 'field of view', w: 'width', h: 'height',
-  fps: 'frames', fps_denom: 'per seconds', cl: 'clip', ao: 'audio', gumi: 'identifier',
-  pgumi: 'comes from', eis: 'stabilised', wdr: 'wide range', hdr: 'high range',
+  fps: 'frames', fps_denom: 'in seconds', cl: 'clip', ao: 'audio', gumi: 'identifier',
+  pgumi: 'comes from', eis: 'stabilised', wdr: 'wide range', hdr: 'high range', prog: 'progressive',
 };
-const VALUES = { cre: (value) => timeText(Number(value)), s: (value) => sizeText(Number(value)) };
+const VALUES = {
+  cre: (value) => timeText(Number(value)),
+  s: (value) => sizeText(Number(value)),
+  dur: (value) => durationText(Number(value)),
+  hi: (times) => times.map((time) => durationText(time / 1000)).join(', ') || 'none',
+};
 
 function table(values) {
   return element('dl', {}, ...Object.entries(values).flatMap(([key, value]) => [
-    element('dt', { className: 'soft', textContent: NAMES[key] ?? key }),
-    element('dd', { textContent: VALUES[key]?.(value) ?? [value].flat().join(', ') }),
+    element('dt', { className: 'soft', textContent: NAMES[key] ?? key, title: key }),
+    element('dd', { textContent: VALUES[key]?.(value) ?? String(value), title: String(value) }),
   ]));
+}
+
+function requestOf(file, answer) {
+  const url = new URL(address('metadata', { t: 'v5info', p: file.path }), document.baseURI).href;
+  const field = element('input', { className: 'url', readOnly: true, value: url,
+    attributes: { 'aria-label': 'Address of the request' } });
+  const copy = element('button', { type: 'button', textContent: 'Copy' });
+  // A camera's page has no clipboard of its own: it comes without TLS.
+  copy.addEventListener('click', () => {
+    field.select();
+    copy.textContent = document.execCommand('copy') ? 'Copied' : 'Selected';
+  });
+  return element('details', {}, element('summary', { textContent: 'JSON' }),
+    element('p', { className: 'pair' }, field, copy), element('pre', { textContent: answer.text }));
 }
 
 export class Details {
   #panel;
+  #onClose;
+  #onWrite;
   #asking = new AbortController();
 
-  constructor(panel) {
+  // on: { close(), write(item) }, called when the panel was closed and an upload status was written.
+  constructor(panel, on) {
     this.#panel = panel;
+    this.#onClose = on.close;
+    this.#onWrite = on.write;
+  }
+
+  close() {
+    if (this.#panel.hidden) return;
+    this.hide();
+    this.#onClose();
   }
 
   hide() {
@@ -32,62 +66,62 @@ export class Details {
     this.#panel.hidden = true;
   }
 
-  // chapter: which file of the item.
-  async show(item, chapter = 0) {
+  // file: which one of the item's.
+  async show(item, file = item.members()[0] ?? item) {
     this.#asking.abort();
     this.#asking = new AbortController();
     const { signal } = this.#asking;
-    const file = item.chapters[chapter];
+    const close = element('button', { type: 'button', className: 'close', textContent: '✕',
+      attributes: { 'aria-label': 'Close' } });
+    close.addEventListener('click', () => this.close());
+    const parts = partsText(item);
+    const kind = item.kind === 'video' ? 'video' : 'photo';
     this.#panel.hidden = false;
-    this.#panel.replaceChildren(
-      element('h2', { textContent: file.path }),
-      this.#chapters(item, chapter),
-      element('p', {}, element('a', { href: mediaAddress(file), textContent: 'Open the file' })));
+    this.#panel.scrollTop = 0;
+    this.#panel.replaceChildren(...[
+      element('header', {}, element('h2', { textContent: file.name }), close),
+      element('p', { className: 'soft', textContent: [item.folder, parts].filter(Boolean).join(' · ') }),
+      element('div', { className: 'large' }, picture(kind, file.path)),
+      highlightLine(file),
+      parts && membersOf(item, file, (other) => {
+        this.show(item, other);
+        this.#panel.querySelector('.member[aria-current]').focus();
+      }),
+      element('p', {}, element('a', { href: mediaAddress(file.path), target: '_blank', rel: 'noopener',
+        textContent: 'Open the file' }))].filter(Boolean));
+    if (matchMedia('(max-width: 640px)').matches) close.focus(); // the list is covered
     try {
+      await new Promise((resolve) => { setTimeout(resolve, PAUSE); });
+      signal.throwIfAborted();
       const answer = await metadata(file.path, signal);
-      this.#panel.append(table(answer.value), this.#uploadForm(item, file), this.#request(file, answer));
+      this.#panel.append(this.#uploadForm(item, file, answer.value), table(answer.value), requestOf(file, answer));
     } catch (error) {
       if (error.name !== 'AbortError') this.#say(error.message);
     }
   }
 
   #say(text) {
-    this.#panel.append(element('p', { textContent: text, attributes: { role: 'alert' } }));
+    this.#panel.querySelector('[role=alert]')?.remove();
+    this.#panel.append(element('p', { className: 'trouble', textContent: text, attributes: { role: 'alert' } }));
   }
 
-  #chapters(item, chosen) {
-    if (item.chapters.length < 2) return null;
-    return element('p', {}, ...item.chapters.map((file, i) => {
-      const button = element('button', { type: 'button', textContent: file.name, disabled: i === chosen });
-      button.addEventListener('click', () => this.show(item, i));
-      return button;
-    }));
-  }
-
-  #uploadForm(item, file) {
-    const status = element('input', { type: 'number', name: 'status', min: 0, max: 255,
-      required: true, value: file.uploadStatus });
-    const form = element('form', {}, element('label', { textContent: 'Upload status ' }, status),
-      element('button', { textContent: 'Write' }));
+  #uploadForm(item, file, { us }) {
+    const status = element('input', { type: 'number', name: 'status', min: 0, max: 4294967295, required: true,
+      value: us });
+    const said = element('span', { className: 'soft', attributes: { role: 'status' } });
+    const form = element('form', { className: 'pair' },
+      element('label', {}, 'Upload status ', status), element('button', { textContent: 'Write' }), said);
     form.addEventListener('submit', async (event) => {
       event.preventDefault();
       try {
-        file.uploadStatus = Number(await writeUploadStatus(file.path, status.value));
-        if (file === item.chapters[0]) item.uploadStatus = file.uploadStatus;
-        await this.show(item, item.chapters.indexOf(file));
+        file.uploadStatus = await writeUploadStatus(file.path, status.value);
+        if (item.members().indexOf(file) < 1) item.uploadStatus = file.uploadStatus;
+        said.textContent = `The camera has ${file.uploadStatus} now.`;
+        this.#onWrite(item);
       } catch (error) {
         this.#say(error.message);
       }
     });
     return form;
-  }
-
-  #request(file, answer) {
-    const url = new URL(address('metadata', { t: 'v5info', p: file.path }), document.baseURI).href;
-    const copy = element('button', { type: 'button', textContent: 'Copy the address' });
-    copy.addEventListener('click', () => navigator.clipboard?.writeText(url));
-    return element('details', {}, element('summary', { textContent: 'JSON' }),
-      element('p', {}, element('a', { href: url, textContent: url }), ' ', copy),
-      element('pre', { textContent: answer.text }));
   }
 }

@@ -1,56 +1,130 @@
-// Joins the parts: reads the card, shows what the form chooses, tells how it goes.
+// Joins the parts: reads as much of the card as is wanted, shows what the form chooses, tells how it goes.
 
-import { Card } from './card.js';
+import { Card, CardChanged } from './card.js';
 import { CameraError } from './camera.js';
-import { choose } from './choice.js';
+import { choose, wishOf } from './choice.js';
 import { Details } from './details.js';
 import { Rows } from './rows.js';
 import { countText } from './texts.js';
 
 const AGAIN = 3000; // milliseconds until the camera is asked again after a failure
-const form = document.getElementById('filter');
-const state = document.getElementById('state');
-const details = new Details(document.getElementById('details'));
-const rows = new Rows(document.getElementById('list'), (item) => details.show(item));
-let card = new Card();
+const WATCH = 5000; // between two looks at whether the card has changed
+const REDRAW = 250; // between two pictures of what was read
+const TOLD = 20000; // that a change of the card stays told
+const CHANGED = 'The card has changed; the list starts anew.';
 
-function say(text, trouble = false) {
-  state.textContent = text;
-  state.classList.toggle('trouble', trouble);
+const at = (id) => document.getElementById(id);
+const form = at('filter');
+const list = at('list');
+let card = new Card();
+let wish = wishOf(form);
+let shown = []; // items
+let shownAt = 0;
+let wake = () => {};
+
+const details = new Details(at('details'), { close: () => list.focus(), write: show });
+const rows = new Rows(list, { choose: (item) => details.show(item), move: () => wake() });
+
+function sleep(time) {
+  return new Promise((resolve) => {
+    const timer = setTimeout(() => resolve(true), time);
+    wake = () => { clearTimeout(timer); resolve(false); };
+  });
+}
+
+// Whatever hinders is told until it no longer does.
+function tell(text, trouble) {
+  const notice = at('notice');
+  if (notice.textContent !== text) notice.textContent = text;
+  notice.hidden = !text;
+  notice.classList.toggle('trouble', Boolean(trouble));
+}
+
+function stateText() {
+  const { items, total, read, complete } = card;
+  const found = wish.filtered ? `${shown.length.toLocaleString('en')} of ` : '';
+  if (complete) return `${found}${countText(items.length, 'item', 'items')}`;
+  if (!total) return 'Reading the card …';
+  const part = `${found}${read.toLocaleString('en')} of ${total.toLocaleString('en')} read`;
+  return wantsMore() ? `${part}, reading …` : `${part}, more as you scroll`;
+}
+
+function showState() {
+  const text = stateText();
+  if (at('state').textContent !== text) at('state').textContent = text;
 }
 
 function show() {
-  const shown = choose(card.items, form);
-  rows.show(shown);
-  const part = shown.length === card.items.length ? '' : `${shown.length.toLocaleString('en')} of `;
-  say(card.complete && !card.items.length
-    ? 'The card is empty.'
-    : `${part}${countText(card.items.length, 'item', 'items')}${card.complete ? '' : ', reading …'}`);
+  shownAt = Date.now();
+  shown = choose(card.items, wish);
+  rows.show(shown, { grid: at('grid').checked, headings: wish.byFolder, unread: wish.needsAll ? 0 : card.total - card.read });
+  showState();
+  const nothing = card.complete && shown.length === 0;
+  at('nothing').hidden = !nothing;
+  at('nothing-text').textContent = card.items.length
+    ? 'No file is what the filters ask for.'
+    : 'The card is empty. What the camera records appears here.';
+  at('clear').hidden = !card.items.length;
 }
 
-const pause = () => new Promise((resolve) => { setTimeout(resolve, AGAIN); });
+function wantsMore() {
+  return !card.complete && (wish.needsAll || rows.wantsMore());
+}
 
-// The card is read anew where it changed while it was read.
-async function readCard() {
-  let changed = false;
+async function readAndWatch() {
   for (;;) {
-    card = new Card();
+    if (wantsMore()) {
+      showState();
+      await card.readMore();
+      if (!wantsMore() || Date.now() - shownAt > REDRAW) show();
+    } else if (await sleep(WATCH) && !document.hidden) {
+      await card.check();
+    } else {
+      continue;
+    }
+    if (at('notice').classList.contains('trouble')) tell('');
+  }
+}
+
+// Goes on where it stopped when the camera answers again; starts anew when its card is another one.
+async function follow() {
+  for (;;) {
     try {
-      if (changed) say('The card has changed; it is read anew.', true);
-      if (await card.read(undefined, show)) return;
-      changed = true;
-      details.hide();
+      await readAndWatch();
     } catch (error) {
-      if (!(error instanceof CameraError)) throw error;
-      say(error.message, true);
-      await pause();
+      if (error instanceof CardChanged) {
+        card = new Card();
+        details.hide();
+        rows.startAnew();
+        tell(CHANGED);
+        setTimeout(() => { if (at('notice').textContent === CHANGED) tell(''); }, TOLD);
+        show();
+      } else if (error instanceof CameraError) {
+        tell(error.message, true);
+        await new Promise((resolve) => { setTimeout(resolve, AGAIN); });
+      } else {
+        throw error;
+      }
     }
   }
 }
 
-form.addEventListener('input', show);
+function wishAgain() {
+  wish = wishOf(form);
+  show();
+  wake();
+}
+
+form.addEventListener('input', wishAgain);
+form.addEventListener('reset', () => setTimeout(wishAgain));
 form.addEventListener('submit', (event) => event.preventDefault());
 document.addEventListener('keydown', (event) => {
-  if (event.key === 'Escape') details.hide();
+  if (event.key === 'Escape') details.close();
+  if (event.key === '/' && !/^(INPUT|SELECT)$/.test(event.target.tagName)) {
+    event.preventDefault();
+    at('choices').open = true;
+    form.elements.text.focus();
+  }
 });
-readCard();
+if (matchMedia('(max-width: 640px)').matches) at('choices').open = false;
+follow();

@@ -46,11 +46,11 @@ export function partsText(item) {
 
 function facts(item) {
   return [
+    timeText(item.created),
     partsText(item),
     item.highlightCount ? countText(item.highlightCount, 'highlight', 'highlights') : null,
     item.score ? `score ${item.score}` : null,
     item.uploadStatus ? `upload status ${item.uploadStatus}` : null,
-    timeText(item.created),
   ].filter(Boolean).join(' · ');
 }
 

@@ -14,7 +14,8 @@ function day(text, end) {
 }
 
 function isKind(item, kind) {
-  return kind === item.kind || kind === item.series || (kind === 'chapters' && item.kind === 'video' && item.count > 1);
+  return kind === item.kind || kind === item.series
+    || (kind === 'chapters' && item.kind === 'video' && item.count > 1);
 }
 
 // What the form asks for. byFolder: in the card's order; needsAll: what is chosen is known only when the

@@ -94,7 +94,8 @@ export class Details {
       await new Promise((resolve) => { setTimeout(resolve, PAUSE); });
       signal.throwIfAborted();
       const answer = await metadata(file.path, signal);
-      this.#panel.append(this.#uploadForm(item, file, answer.value), table(answer.value), requestOf(file, answer));
+      this.#panel.append(this.#uploadForm(item, file, answer.value), table(answer.value),
+        requestOf(file, answer));
     } catch (error) {
       if (error.name !== 'AbortError') this.#say(error.message);
     }
@@ -102,7 +103,8 @@ export class Details {
 
   #say(text) {
     this.#panel.querySelector('[role=alert]')?.remove();
-    this.#panel.append(element('p', { className: 'trouble', textContent: text, attributes: { role: 'alert' } }));
+    this.#panel.append(element('p', { className: 'trouble', textContent: text,
+      attributes: { role: 'alert' } }));
   }
 
   #uploadForm(item, file, { us }) {

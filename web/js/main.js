@@ -49,15 +49,18 @@ function stateText() {
   return wantsMore() ? `${part}, reading …` : `${part}, more as you scroll`;
 }
 
+// A screen reader waits with what it says until the reading has ended.
 function showState() {
   const text = stateText();
+  at('state').setAttribute('aria-busy', String(wantsMore()));
   if (at('state').textContent !== text) at('state').textContent = text;
 }
 
 function show() {
   shownAt = Date.now();
   shown = choose(card.items, wish);
-  rows.show(shown, { grid: at('grid').checked, headings: wish.byFolder, unread: wish.needsAll ? 0 : card.total - card.read });
+  const unread = wish.needsAll ? 0 : card.total - card.read;
+  rows.show(shown, { grid: at('grid').checked, headings: wish.byFolder, unread });
   showState();
   const nothing = card.complete && shown.length === 0;
   at('nothing').hidden = !nothing;

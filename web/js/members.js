@@ -19,7 +19,8 @@ function button(item, file, chosen, choose) {
 // choose(file) is called when a member is chosen.
 export function membersOf(item, chosen, choose) {
   const members = item.members();
-  const place = element('div', { className: 'members', attributes: { role: 'group', 'aria-label': 'Members' } });
+  const place = element('div', { className: 'members',
+    attributes: { role: 'group', 'aria-label': 'Members' } });
   const more = element('button', { type: 'button', className: 'more' });
   let shown = 0;
   const show = (end) => {

@@ -41,7 +41,9 @@ export function highlightLine(item) {
 
 export function partsText(item) {
   if (item.count === 1) return null;
-  return item.kind === 'video' ? `${item.count} chapters` : `${item.series}, ${countText(item.count, 'photo', 'photos')}`;
+  return item.kind === 'video'
+    ? `${item.count} chapters`
+    : `${item.series}, ${countText(item.count, 'photo', 'photos')}`;
 }
 
 function facts(item) {
@@ -67,7 +69,9 @@ export function tile(item) {
     attributes: { role: 'option', 'aria-label': [item.label, item.kind, ...size, more].join(', ') },
   },
   element('div', { className: 'frame' }, picture(item.kind, item.path),
-    item.count > 1 ? element('span', { className: 'count', textContent: item.count.toLocaleString('en') }) : null),
+    item.count > 1
+      ? element('span', { className: 'count', textContent: item.count.toLocaleString('en') })
+      : null),
   element('div', { className: 'about' },
     element('div', { className: 'name', textContent: item.name }),
     element('div', { className: 'soft facts', textContent: more, title: more }),

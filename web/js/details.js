@@ -11,17 +11,21 @@ const PAUSE = 120; // milliseconds: who steps through the list asks for the last
 const NAMES = {
   cre: 'created', s: 'size', us: 'upload status', dur: 'length', hc: 'highlights', hi: 'highlights at',
   mahs: 'score', ct: 'content type', rot: 'rotation', fov: 'field of view', w: 'width', h: 'height',
-  fps: 'frames', fps_denom: 'in seconds', cl: 'clip', ao: 'audio', gumi: 'identifier',
+  fps: 'frames a second', cl: 'clip', ao: 'audio', gumi: 'identifier',
   pgumi: 'comes from', eis: 'stabilised', wdr: 'wide range', hdr: 'high range', prog: 'progressive',
+  subsample: 'subsampled',
 };
+const yesOrNo = (value) => (value === '0' ? 'no' : 'yes');
 const VALUES = {
+  ...Object.fromEntries(['cl', 'eis', 'wdr', 'hdr', 'raw', 'prog', 'subsample'].map((key) => [key, yesOrNo])),
   cre: (value) => timeText(Number(value)),
   s: (value) => sizeText(Number(value)),
   dur: (value) => durationText(Number(value)),
   hi: (times) => times.map((time) => durationText(time / 1000)).join(', ') || 'none',
 };
 
-function table(values) {
+function table({ fps, fps_denom: seconds, ...values }) {
+  if (Number(fps) && Number(seconds)) values.fps = `${(fps / seconds).toFixed(2)} (${fps} in ${seconds} s)`;
   return element('dl', {}, ...Object.entries(values).flatMap(([key, value]) => [
     element('dt', { className: 'soft', textContent: NAMES[key] ?? key, title: key }),
     element('dd', { textContent: VALUES[key]?.(value) ?? String(value), title: String(value) }),

@@ -65,7 +65,7 @@ function show() {
   const nothing = card.complete && shown.length === 0;
   at('nothing').hidden = !nothing;
   at('nothing-text').textContent = card.items.length
-    ? 'No file is what the filters ask for.'
+    ? 'No file matches the filters.'
     : 'The card is empty. What the camera records appears here.';
   at('clear').hidden = !card.items.length;
 }

@@ -8,8 +8,9 @@ export function sizeText(bytes) {
   return `${bytes < 10 && unit > 0 ? bytes.toFixed(1) : Math.round(bytes)} ${units[unit]}`;
 }
 
-export function durationText(seconds) {
-  const parts = [Math.floor(seconds / 3600), Math.floor(seconds / 60) % 60, Math.round(seconds % 60)];
+export function durationText(duration) {
+  const seconds = Math.round(duration);
+  const parts = [Math.floor(seconds / 3600), Math.floor(seconds / 60) % 60, seconds % 60];
   return parts.slice(parts[0] ? 0 : 1).map((part, i) => (i ? String(part).padStart(2, '0') : part)).join(':');
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "tools/mediactl/completion.h"
+#include "tools/mediactl/output.h"
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
 namespace mediactl {
@@ -81,7 +82,9 @@ CommandLine::CommandLine()
 CommandLine::~CommandLine() = default;
 
 void CommandLine::addToolOptions() {
-    mApp->add_flag("--json", mJson, "Print one JSON document instead of columns");
+    mApp->add_flag_callback(
+        "--json", [] { chooseFormat(Format::kJson); },
+        "Print one JSON document instead of columns");
     mApp->add_option("--log-level", g_logLevel,
                      "Lines of the library on standard error: 0 none, 2 errors, 3 warnings, "
                      "4 requests and responses; 6 also dumps their bytes on standard output")

@@ -63,15 +63,11 @@ class CommandLine {
     // Parses the call and runs the command that it chooses. Returns an ExitStatus.
     [[nodiscard]] int run(int argc, char** argv);
 
-    // Whether results are JSON; known when a command runs.
-    [[nodiscard]] bool json() const { return mJson; }
-
   private:
     void addToolOptions();
 
     std::unique_ptr<CLI::App> mApp;
     std::function<int()> mRun;
-    bool mJson = false;
 };
 
 void addDoctorCommand(CommandLine& line);      // doctor

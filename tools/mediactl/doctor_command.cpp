@@ -148,8 +148,8 @@ constexpr Check kChecks[] = {
     {"session files", [] { return examineList(dbGetZEPSessionFileList); }},
 };
 
-int doctor(bool json) {
-    Listing listing(json, "checks",
+int doctor() {
+    Listing listing("checks",
                     {{"state", "state", -5}, {"check", "check", -13}, {"found", "found", -1}});
     int broken = 0;
     for (const Check& check : kChecks) {
@@ -166,8 +166,7 @@ int doctor(bool json) {
 }  // namespace
 
 void addDoctorCommand(CommandLine& line) {
-    line.add("doctor", "Tell what stands between this tool and the camera",
-             [&line] { return doctor(line.json()); });
+    line.add("doctor", "Tell what stands between this tool and the camera", doctor);
 }
 
 }  // namespace mediactl

@@ -50,13 +50,13 @@ bool carries(std::span<const char> bytes, const Event& event) {
            std::memcmp(bytes.data(), message.data, message.length) == 0;
 }
 
-int printEvent(bool json, std::span<const char> bytes) {
+int printEvent(std::span<const char> bytes) {
     for (const Event& event : kEvents) {
         if (!carries(bytes, event)) {
             continue;
         }
-        if (json) {
-            printResult(json, {{"event", event.code}, {"name", event.name}});
+        if (printsJson()) {
+            printResult({{"event", event.code}, {"name", event.name}});
         } else {
             std::printf("%d %s\n", event.code, event.name);
         }
@@ -65,7 +65,7 @@ int printEvent(bool json, std::span<const char> bytes) {
     return fail("a message of %zu bytes on %s is no event", bytes.size(), kEventQueueName);
 }
 
-int listen(bool json, std::optional<double> timeout) {
+int listen(std::optional<double> timeout) {
     const mqd_t queue = createEventQueue();
     mq_attr attributes = {};
     if (queue == -1 || mq_getattr(queue, &attributes) != 0) {
@@ -76,7 +76,7 @@ int listen(bool json, std::optional<double> timeout) {
     const int reason = errno;
     mq_close(queue);
     if (received >= 0) {
-        return printEvent(json, {message.data(), static_cast<size_t>(received)});
+        return printEvent({message.data(), static_cast<size_t>(received)});
     }
     if (reason == ETIMEDOUT) {
         return fail("no event within %g s", *timeout);
@@ -89,7 +89,7 @@ int listen(bool json, std::optional<double> timeout) {
 void addEventCommands(CommandLine& line) {
     auto timeout = std::make_shared<std::optional<double>>();
     line.add("listen", "Wait for one event of the check daemon",
-             [&line, timeout] { return listen(line.json(), *timeout); })
+             [timeout] { return listen(*timeout); })
         .option("--timeout", "S", timeout.get(), "Give up after S seconds");
 }
 

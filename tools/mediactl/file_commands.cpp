@@ -138,17 +138,17 @@ class FileInfo {
     int mStatus = kDone;
 };
 
-int info(bool json, const std::string& path) {
+int info(const std::string& path) {
     const int found = findFile(path);
     if (found != kDone) {
         return found;
     }
     const FileInfo file(path);
-    printResult(json, file.result());
+    printResult(file.result());
     return file.status();
 }
 
-int gumi(bool json, const std::string& digits) {
+int gumi(const std::string& digits) {
     db_gumi gumi;
     for (size_t i = 0; i < kGumiSize; ++i) {
         std::from_chars(&digits[2 * i], &digits[2 * i + 2], gumi.bytes[i], 16);
@@ -161,7 +161,7 @@ int gumi(bool json, const std::string& digits) {
     const auto name = std::span(fs);
     const std::string path =
         nameText(name.first(kDirNameSize)) + "/" + nameText(name.subspan(kDirNameSize));
-    printResult(json, {{"file", path}});
+    printResult({{"file", path}});
     return kDone;
 }
 
@@ -177,12 +177,11 @@ int setStatus(const std::string& path, uint32_t uploadStatus) {
 void addFileCommands(CommandLine& line) {
     auto file = std::make_shared<std::string>();
     line.add("info", "Print all that the database tells about a file",
-             [&line, file] { return info(line.json(), *file); })
+             [file] { return info(*file); })
         .argument("DIR/FILE", file.get(), kFile, "The file");
 
     auto digits = std::make_shared<std::string>();
-    line.add("gumi", "Find the file that a GUMI identifies",
-             [&line, digits] { return gumi(line.json(), *digits); })
+    line.add("gumi", "Find the file that a GUMI identifies", [digits] { return gumi(*digits); })
         .argument("HEX", digits.get(), kGumi, "The GUMI");
 
     auto status = std::make_shared<uint32_t>();

@@ -16,7 +16,7 @@ namespace {
 constexpr uint32_t kNoCount =
     UINT32_MAX;  // stays where an answer too short leaves the counts alone
 
-int histogram(bool json) {
+int histogram() {
     std::array<uint32_t, kHistogramBuckets> counts;
     counts.fill(kNoCount);
     const int result = dbGetMediaHistogram(counts.data(), nullptr, counts.data());
@@ -26,7 +26,7 @@ int histogram(bool json) {
     if (std::ranges::count(counts, kNoCount) == kHistogramBuckets) {
         return fail("the histogram query got no counts");
     }
-    Listing listing(json, "buckets", {{"bucket", "bucket", 6}, {"count", "count", 10}});
+    Listing listing("buckets", {{"bucket", "bucket", 6}, {"count", "count", 10}});
     for (size_t bucket = 0; bucket < counts.size(); ++bucket) {
         listing.add({{"bucket", bucket}, {"count", counts[bucket]}});
     }
@@ -37,8 +37,7 @@ int histogram(bool json) {
 }  // namespace
 
 void addHistogramCommands(CommandLine& line) {
-    line.add("histogram", "Print the 32 counts of the media histogram",
-             [&line] { return histogram(line.json()); });
+    line.add("histogram", "Print the 32 counts of the media histogram", histogram);
 }
 
 }  // namespace mediactl

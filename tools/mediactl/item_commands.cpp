@@ -22,21 +22,20 @@ struct ItemOptions {
 // Prints the items of all pages. An item is printed when its files are known.
 class ItemListing {
   public:
-    ItemListing(bool json, bool files)
+    explicit ItemListing(bool files)
         : mFiles(files),
-          mListing(json, "items",
-                   {{"content_type", "type", -19},
-                    {"file", "file", -21},
-                    {"group_number", "group", 5},
-                    {"first_number", "first", 5},
-                    {"last_number", "last", 5},
-                    {"upload_status", "upload", 6},
-                    {"highlight_count", "marks", 5},
-                    {"score", "score", 5},
-                    {"created", "created", -19},
-                    {"duration_s", "seconds", 7},
-                    {"clip", "clip", -4},
-                    {"size_bytes", "bytes", 12}}) {}
+          mListing("items", {{"content_type", "type", -19},
+                             {"file", "file", -21},
+                             {"group_number", "group", 5},
+                             {"first_number", "first", 5},
+                             {"last_number", "last", 5},
+                             {"upload_status", "upload", 6},
+                             {"highlight_count", "marks", 5},
+                             {"score", "score", 5},
+                             {"created", "created", -19},
+                             {"duration_s", "seconds", 7},
+                             {"clip", "clip", -4},
+                             {"size_bytes", "bytes", 12}}) {}
 
     static void takeItem(void* self, zep_item_s* item) {
         static_cast<ItemListing*>(self)->begin(*item);
@@ -99,10 +98,10 @@ class ItemListing {
     uint32_t mCount = 0;
 };
 
-int items(bool json, const ItemOptions& options) {
+int items(const ItemOptions& options) {
     const auto fetch = options.session ? dbGetZEPSessionFileList : dbGetZEPItems;
     const auto fileCallback = options.files ? ItemListing::takeFile : nullptr;
-    ItemListing listing(json, options.files);
+    ItemListing listing(options.files);
     uint32_t session = 0;
     uint32_t total = 0;
     int status = kDone;
@@ -136,7 +135,7 @@ int items(bool json, const ItemOptions& options) {
 void addItemCommands(CommandLine& line) {
     auto options = std::make_shared<ItemOptions>();
     line.add("items", "List the items that are candidates for upload",
-             [&line, options] { return items(line.json(), *options); })
+             [options] { return items(*options); })
         .flag("--session", &options->session, "List the session files instead")
         .flag("--files", &options->files, "List the files of each item below it")
         .option("--start", "N", &options->start, "Begin with item N; the first is 0")

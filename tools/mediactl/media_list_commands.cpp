@@ -48,7 +48,7 @@ int countShown(ZEPMediaList& list, std::vector<UploadRule>& rules, EngineLog& lo
     return result;
 }
 
-int count(bool json, const Choice& choice) {
+int count(const Choice& choice) {
     std::vector<UploadRule> rules = readRules(choice.rules);
     EngineLog log;
     ZEPMediaList list;
@@ -56,7 +56,7 @@ int count(bool json, const Choice& choice) {
     if (result < 0) {
         return failed(result);
     }
-    printResult(json, {{"count", result}});
+    printResult({{"count", result}});
     return kDone;
 }
 
@@ -87,7 +87,7 @@ int walk(ZEPMediaList& list, std::vector<UploadRule>& rules, uint32_t limit, Lis
     return kDone;
 }
 
-int candidates(bool json, const Choice& choice) {
+int candidates(const Choice& choice) {
     EngineLog log;
     std::vector<UploadRule> rules = readRules(choice.rules);
     // Before the count, which may write to the database.
@@ -101,7 +101,7 @@ int candidates(bool json, const Choice& choice) {
     if (sorted != 0) {
         return failed(sorted);
     }
-    Listing listing(json, "candidates", {{"media_code", "code", 4}, {"file", "files", -1}});
+    Listing listing("candidates", {{"media_code", "code", 4}, {"file", "files", -1}});
     const int status = walk(list, rules, choice.limit, listing);
     listing.end({{"count", matches}});
     return status;
@@ -130,11 +130,10 @@ int withFiles(Run run) {
 void addMediaListCommands(CommandLine& line) {
     auto choice = std::make_shared<Choice>();
     line.add("count", "Count the items that the upload rules accept",
-             [&line, choice] { return withFiles([&] { return count(line.json(), *choice); }); })
+             [choice] { return withFiles([&] { return count(*choice); }); })
         .requiredOption("--rules", "FILE", &choice->rules, "The upload rules");
-    line.add(
-            "candidates", "List the items that the upload rules accept, with all their files",
-            [&line, choice] { return withFiles([&] { return candidates(line.json(), *choice); }); })
+    line.add("candidates", "List the items that the upload rules accept, with all their files",
+             [choice] { return withFiles([&] { return candidates(*choice); }); })
         .requiredOption("--rules", "FILE", &choice->rules, "The upload rules")
         .option("--sort", "FILE", &choice->sort, "List them in the order of these sort rules")
         .option("--limit", "N", &choice->limit, "List at most N items");

@@ -7,9 +7,9 @@
 namespace mediactl {
 
 void addModelCommands(CommandLine& line) {
-    line.add("model", "Print the camera's model number", [&line] {
-        printResult(line.json(), {{"model", csiGetModelNumber()},
-                                  {"one_based_chapters", usesOneBasedChapters() != 0}});
+    line.add("model", "Print the camera's model number", [] {
+        printResult(
+            {{"model", csiGetModelNumber()}, {"one_based_chapters", usesOneBasedChapters() != 0}});
         return kDone;
     });
 }

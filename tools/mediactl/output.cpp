@@ -12,6 +12,8 @@ namespace {
 
 constexpr int kKeyWidth = 24;
 
+Format format = Format::kColumns;
+
 std::string jsonText(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
@@ -87,23 +89,31 @@ void printCells(const std::vector<Column>& columns, CellOf cellOf) {
 
 }  // namespace
 
-void printResult(bool json, const Json& result) {
-    if (json) {
+void chooseFormat(Format chosen) {
+    format = chosen;
+}
+
+bool printsJson() {
+    return format == Format::kJson;
+}
+
+void printResult(const Json& result) {
+    if (printsJson()) {
         std::printf("%s\n", jsonText(result).c_str());
     } else {
         printMembers(result, 0);
     }
 }
 
-Listing::Listing(bool json, const char* name, std::initializer_list<Column> columns)
-    : mJson(json), mName(name), mColumns(columns) {}
+Listing::Listing(const char* name, std::initializer_list<Column> columns)
+    : mName(name), mColumns(columns) {}
 
 void Listing::begin() {
     if (mBegun) {
         return;
     }
     mBegun = true;
-    if (mJson) {
+    if (printsJson()) {
         std::printf("{\"%s\":[", mName);
     } else {
         printCells(mColumns, [](const Column& column) { return std::string(column.title); });
@@ -112,7 +122,7 @@ void Listing::begin() {
 
 void Listing::add(const Json& row) {
     begin();
-    if (mJson) {
+    if (printsJson()) {
         std::printf("%s\n%s", mEmpty ? "" : ",", jsonText(row).c_str());
     } else {
         printCells(mColumns,
@@ -122,14 +132,14 @@ void Listing::add(const Json& row) {
 }
 
 void Listing::addNote(const std::string& text) {
-    if (!mJson) {
+    if (!printsJson()) {
         std::printf("  %s\n", printable(text).c_str());
     }
 }
 
 void Listing::end(const Json& summary) {
     begin();
-    if (!mJson) {
+    if (!printsJson()) {
         return;
     }
     std::printf("]");

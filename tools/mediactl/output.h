@@ -11,8 +11,16 @@ namespace mediactl {
 
 using Json = nlohmann::ordered_json;
 
+enum class Format { kColumns, kJson };
+
+// Chooses the form of all results to come.
+void chooseFormat(Format format);
+
+// Whether results are JSON.
+[[nodiscard]] bool printsJson();
+
 // Prints one result: its members, one a line, or the document.
-void printResult(bool json, const Json& result);
+void printResult(const Json& result);
 
 // One column of a listing and the member of a row that stands in it.
 struct Column {
@@ -26,7 +34,7 @@ struct Column {
 class Listing {
   public:
     // name: of the array of rows in the JSON document.
-    Listing(bool json, const char* name, std::initializer_list<Column> columns);
+    Listing(const char* name, std::initializer_list<Column> columns);
 
     // row: an object. Members that have no column stand in the JSON document alone.
     void add(const Json& row);
@@ -40,7 +48,6 @@ class Listing {
   private:
     void begin();
 
-    bool mJson;
     const char* mName;
     std::vector<Column> mColumns;
     bool mBegun = false;

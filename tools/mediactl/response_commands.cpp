@@ -72,7 +72,7 @@ void printBody(const std::string& body, bool pretty) {
 }
 
 // Prints the response, or its body alone as one line of JSON or indented.
-int printResponse(bool json, bool pretty, const std::function<int()>& producer) {
+int printResponse(bool pretty, const std::function<int()>& producer) {
     const auto printed = printedBy(producer);
     if (!printed) {
         return fail("cannot take the response from standard output: %m");
@@ -85,7 +85,7 @@ int printResponse(bool json, bool pretty, const std::function<int()>& producer) 
         return fail("the query has no response");
     }
     const size_t body = header + 4;
-    if (!json && !pretty) {
+    if (!printsJson() && !pretty) {
         std::fputs(response.c_str(), stdout);
     } else if (body < response.size()) {
         printBody(response.substr(body, response.size() - body - 2), pretty);
@@ -98,7 +98,7 @@ uint32_t optionIf(bool wanted, uint32_t option) {
     return wanted ? option : 0;
 }
 
-int paged(bool json, const PagedOptions& options) {
+int paged(const PagedOptions& options) {
     const uint32_t listOptions = optionIf(options.sortOrder, LIST_OPTION_SORT_ORDER) |
                                  optionIf(options.groupVideos, LIST_OPTION_VIDEO_GROUPING) |
                                  optionIf(options.gumi, LIST_OPTION_INCLUDE_GUMI) |
@@ -110,7 +110,7 @@ int paged(bool json, const PagedOptions& options) {
     const uint32_t parameters[] = {options.param1.value_or(0), options.param2.value_or(0)};
     const int parameterCount = options.param2 ? 2 : options.param1 ? 1 : 0;
     const auto pages = static_cast<int>(std::min<uint32_t>(options.pages, INT_MAX));
-    return printResponse(json, options.pretty, [&] {
+    return printResponse(options.pretty, [&] {
         return dbGetPagedList(nullptr, pages, options.count, options.start, listOptions,
                               queryOptions, parameterCount, parameters);
     });
@@ -120,8 +120,8 @@ void addQueryCommand(CommandLine& line, const char* name, const char* help,
                      int (*produce)(void*, const char*)) {
     auto options = std::make_shared<QueryOptions>();
     line.add(name, help,
-             [&line, options, produce] {
-                 return printResponse(line.json(), options->pretty,
+             [options, produce] {
+                 return printResponse(options->pretty,
                                       [&] { return produce(nullptr, options->query.c_str()); });
              })
         .argument("QUERY", &options->query, kQuery, "The query string, without the ?")
@@ -137,7 +137,7 @@ void addResponseCommands(CommandLine& line) {
 
     auto options = std::make_shared<PagedOptions>();
     line.add("paged", "Print a range of the database as a media list",
-             [&line, options] { return paged(line.json(), *options); })
+             [options] { return paged(*options); })
         .option("--start", "N", &options->start, "Begin with item N; the first is 0")
         .option("--count", "N", &options->count, "Items of a page (10)")
         .option("--pages", "N", &options->pages, "Fetch at most N pages")

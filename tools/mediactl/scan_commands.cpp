@@ -13,11 +13,11 @@ namespace {
 
 constexpr uint32_t kMaxEntries = 100000;
 
-int scan(bool json, const std::string& directory) {
+int scan(const std::string& directory) {
     std::vector<db_scandir_entry> entries(kMaxEntries);
     uint32_t count = kMaxEntries;
     const int result = dbScanDirectory(directory.c_str(), entries.data(), &count, nullptr);
-    Listing listing(json, "files",
+    Listing listing("files",
                     {{"file_name", "file", -12}, {"word1", "word1", 10}, {"word2", "word2", 10}});
     for (const auto& entry : std::span(entries).first(count)) {
         listing.add({{"file_name", nameText(entry.file_name)},
@@ -35,7 +35,7 @@ int scan(bool json, const std::string& directory) {
 void addScanCommands(CommandLine& line) {
     auto directory = std::make_shared<std::string>();
     line.add("scan", "List the files of a directory past the database",
-             [&line, directory] { return scan(line.json(), *directory); })
+             [directory] { return scan(*directory); })
         .argument("DIR", directory.get(), kDirectory, "The directory");
 }
 

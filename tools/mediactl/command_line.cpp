@@ -1,8 +1,6 @@
 #include "tools/mediactl/command_line.h"
 
 #include <CLI/CLI.hpp>
-#include <cerrno>
-#include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <utility>
@@ -76,6 +74,7 @@ Command& Command::argument(const char* name, std::string* value, const Form& for
 CommandLine::CommandLine()
     : mApp(std::make_unique<CLI::App>(
           "Ask the camera's media database and wait for the result of its check.", "mediactl")) {
+    g_logLevel = UTIL_LOG_OFF;
     addToolOptions();
 }
 
@@ -114,26 +113,14 @@ int CommandLine::run(int argc, char** argv) {
     try {
         mApp->parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return mApp->exit(error) == 0 ? kDone : kWrongCall;
+        return error.get_exit_code() == 0
+                   ? mApp->exit(error)
+                   : refuseCall(std::string(error.what()) + ": --help tells more");
     }
     if (!mRun) {
-        std::fputs("A command is needed; --help names them.\n", stderr);
-        return kWrongCall;
+        return refuseCall("a command is needed: --help names them");
     }
     return mRun();
-}
-
-int fail(const char* format, ...) {
-    const int reason = errno;
-    std::fflush(stdout);
-    std::fputs("mediactl: ", stderr);
-    va_list arguments;
-    va_start(arguments, format);
-    errno = reason;
-    std::vfprintf(stderr, format, arguments);
-    va_end(arguments);
-    std::fputs("\n", stderr);
-    return kFailed;
 }
 
 }  // namespace mediactl

@@ -11,18 +11,13 @@
 #include <string>
 
 #include "tools/mediactl/argument_forms.h"
+#include "tools/mediactl/failure.h"
 
 namespace CLI {
 class App;
 }
 
 namespace mediactl {
-
-enum ExitStatus : int {
-    kDone = 0,
-    kFailed = 1,  // a query failed
-    kWrongCall = 2,
-};
 
 // A command while it is added. What its options and arguments are written to must live until the
 // command has run; an option that is not given leaves its value alone.
@@ -79,8 +74,5 @@ void addScanCommands(CommandLine& line);       // scan
 void addMediaListCommands(CommandLine& line);  // count, candidates, upload-status
 void addModelCommands(CommandLine& line);      // model
 void addResponseCommands(CommandLine& line);   // medialist, metadata, paged
-
-// Says on standard error what went wrong; %m is the reason in errno. Returns kFailed.
-[[nodiscard]] int fail(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 }  // namespace mediactl

@@ -9,16 +9,15 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
-#include <span>
 #include <string>
 
 #include "app/event_queue.h"
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
-#include "libvxMediaRTOSDB/src/records/record_reader.h"
 #include "libvxMediaRTOSDB/src/records/request_header.h"
 #include "tools/mediactl/command_line.h"
+#include "tools/mediactl/exchange_watch.h"
+#include "tools/mediactl/model_number.h"
 #include "tools/mediactl/output.h"
-#include <mediacheckd/platform/csi.h>
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 #include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
@@ -32,14 +31,13 @@ struct Finding {
     std::string text;
 };
 
-constexpr const char* kStartDatabase =
-    "nobody serves \"rtos_media_db\": start the camera's database, on a PC mediadb-sim, as root or "
-    "as "
-    "your own user";
+Finding wrong(const Failure& failure) {
+    return {false, failure.sentence()};
+}
 
 Finding examineChannel() {
-    RtosConnectionGuard connection;
-    return connection.result() < 0 ? Finding{false, kStartDatabase} : Finding{true, "it opens"};
+    const RtosConnectionGuard connection;
+    return exchangeTrouble() ? wrong(*exchangeTrouble()) : Finding{true, "it opens"};
 }
 
 // One exchange, without the library's further tries.
@@ -53,39 +51,17 @@ Finding examineExchange() {
     fillHeader(&request.header, DB_CMD_MEDIA_HISTOGRAM, 1, &request);
     std::array<uint8_t, kResponseBufferSize> response;
     const auto start = steady_clock::now();
-    const int sent = rtosConnectionSend(connection.get(), &request, sizeof request);
-    const int received =
-        sent < 0 ? sent
-                 : rtosConnectionRecv(connection.get(), response.data(), kResponseBufferSize);
+    if (rtosConnectionSend(connection.get(), &request, sizeof request) >= 0) {
+        (void)rtosConnectionRecv(connection.get(), response.data(), kResponseBufferSize);
+    }
     const auto time = duration_cast<microseconds>(steady_clock::now() - start).count();
-    if (received < 0) {
-        return {false, "the database closes the connection or stays silent: look at its log"};
-    }
-    const std::span bytes(response.data(), static_cast<size_t>(received));
-    const auto header = wordsReceived<db_response_header>(bytes);
-    if (header.status != 0) {
-        return {false, "the database refuses with status " +
-                           std::to_string(uint32_t{header.status}) + ": is a card in the camera?"};
-    }
-    if (bytes.size() < sizeof(db_histogram_response)) {
-        return {false, "the answer has " + std::to_string(bytes.size()) + " bytes of " +
-                           std::to_string(sizeof(db_histogram_response)) +
-                           ": the versions may not fit"};
-    }
-    if (header.token != request.header.token) {
-        return {false, "the answer carries another token: somebody else's answer arrived"};
-    }
-    return {true, "answered in " + std::to_string(time) + " us"};
+    return exchangeTrouble() ? wrong(*exchangeTrouble())
+                             : Finding{true, "answered in " + std::to_string(time) + " us"};
 }
 
 Finding examineSettings() {
-    uint32_t model = 0;
-    uint32_t length = 0;
-    const int result = csi_get(CSI_MODEL_NUMBER, sizeof model, &length, &model);
-    if (result != 0 || length != sizeof model) {
-        return {true, "no model number; the camera counts as model 30"};
-    }
-    return {true, "model " + std::to_string(model & 0xFF)};
+    const auto model = modelNumber();
+    return model ? Finding{true, "model " + std::to_string(*model)} : wrong(noModelNumber());
 }
 
 Finding examineQueue() {
@@ -127,8 +103,8 @@ Finding examineList(decltype(&dbGetZEPItems) query) {
     uint32_t session = 0;
     uint32_t total = 0;
     const int result = query(1, 0, nullptr, nullptr, nullptr, nullptr, nullptr, &session, &total);
-    if (result < 0) {
-        return {false, "the list cannot be read: see the exchange above"};
+    if (result < 0 || exchangeTrouble()) {
+        return exchangeTrouble() ? wrong(*exchangeTrouble()) : Finding{false, "no list came"};
     }
     return {true, std::to_string(total) + " items, session " + std::to_string(session)};
 }
@@ -153,6 +129,7 @@ int doctor() {
                     {{"state", "state", -5}, {"check", "check", -13}, {"found", "found", -1}});
     int broken = 0;
     for (const Check& check : kChecks) {
+        forgetExchanges();
         const Finding finding = check.examine();
         broken += finding.sound ? 0 : 1;
         listing.add({{"state", finding.sound ? "ok" : "wrong"},

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "libvxMediaRTOSDB/src/exchange/rtos_connection_guard.h"
-#include "tools/mediactl/argument_forms.h"
 #include "tools/mediactl/command_line.h"
+#include "tools/mediactl/exchange_watch.h"
 #include "tools/mediactl/output.h"
 #include "tools/mediactl/record_json.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
@@ -21,33 +21,20 @@ namespace {
 
 constexpr size_t kMaxHighlights = kResponseBufferSize / sizeof(u32le);
 
-const char* reason(int httpStatus) {
-    switch (httpStatus) {
-        case HTTP_NOT_FOUND:
-            return "the database does not know it";
-        case HTTP_UNAVAILABLE:
-            return "the database is not ready";
-        default:
-            return "the query failed";
-    }
-}
-
 // Asks a response query on a connection of its own. ask: called with connection and buffer,
 // returns the query's HTTP status.
 template <typename Ask>
-int askResponse(const std::string& path, Ask ask) {
+int askResponse(Ask ask) {
     RtosConnectionGuard connection;
-    if (connection.result() < 0) {
-        return fail("the media database cannot be reached (%d)", connection.result());
-    }
     std::array<uint8_t, kResponseBufferSize> response;
-    const int status = ask(connection.get(), response.data());
-    return status == HTTP_OK ? kDone : fail("%s: %s (%d)", path.c_str(), reason(status), status);
+    const bool answered =
+        connection.result() >= 0 && ask(connection.get(), response.data()) == HTTP_OK;
+    return answered && !exchangeTrouble() ? kDone : failExchange("the answer is no use");
 }
 
 // Asks whether the database knows the file: the direct queries do not tell why they fail.
 int findFile(const std::string& path) {
-    return askResponse(path, [&](rtosConnection* connection, void* response) {
+    return askResponse([&](rtosConnection* connection, void* response) {
         const db_item_record* item = nullptr;
         return getContentInfoResponse(connection, directoryOf(path).c_str(), fileOf(path).c_str(),
                                       response, &item);
@@ -69,10 +56,10 @@ class FileInfo {
 
   private:
     bool succeeded(const char* query, int result) {
-        if (result != 0) {
-            mStatus = fail("%s failed (%d)", query, result);
+        if (mStatus == kDone && (result != 0 || exchangeTrouble())) {
+            mStatus = failExchange(std::string(query) + " takes no answer");
         }
-        return result == 0;
+        return mStatus == kDone;
     }
 
     void addItem() {
@@ -144,7 +131,9 @@ int info(const std::string& path) {
         return found;
     }
     const FileInfo file(path);
-    printResult(file.result());
+    if (file.status() == kDone) {
+        printResult(file.result());
+    }
     return file.status();
 }
 
@@ -155,21 +144,25 @@ int gumi(const std::string& digits) {
     }
     std::array<char, sizeof(db_file_name)> fs;
     const int result = getContentInfoByGUMI(&gumi, fs.data());
-    if (result != 0) {
-        return fail("%s: no file of this GUMI (%d)", digits.c_str(), result);
+    if (result != 0 || exchangeTrouble()) {
+        return failExchange("the answer names no file");
     }
     const auto name = std::span(fs);
     const std::string path =
         nameText(name.first(kDirNameSize)) + "/" + nameText(name.subspan(kDirNameSize));
-    printResult({{"file", path}});
+    printResult({{"gumi", gumiJson(gumi)}, {"file", path}});
     return kDone;
 }
 
 int setStatus(const std::string& path, uint32_t uploadStatus) {
-    return askResponse(path, [&](rtosConnection* connection, void* response) {
+    const int status = askResponse([&](rtosConnection* connection, void* response) {
         return getWriteUploadStatusResponse(connection, directoryOf(path).c_str(),
                                             fileOf(path).c_str(), response, uploadStatus);
     });
+    if (status == kDone) {
+        printResult({{"file", path}, {"upload_status", uploadStatus}});
+    }
+    return status;
 }
 
 }  // namespace

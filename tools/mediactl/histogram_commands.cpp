@@ -1,11 +1,12 @@
 // histogram: the media counts of the database.
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <numeric>
 
 #include "tools/mediactl/command_line.h"
+#include "tools/mediactl/exchange_watch.h"
 #include "tools/mediactl/output.h"
+#include "tools/mediactl/record_json.h"
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
 #include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
@@ -13,22 +14,18 @@ namespace mediactl {
 
 namespace {
 
-constexpr uint32_t kNoCount =
-    UINT32_MAX;  // stays where an answer too short leaves the counts alone
-
 int histogram() {
-    std::array<uint32_t, kHistogramBuckets> counts;
-    counts.fill(kNoCount);
+    std::array<uint32_t, kHistogramBuckets> counts = {};
     const int result = dbGetMediaHistogram(counts.data(), nullptr, counts.data());
-    if (result != 0) {
-        return fail("the histogram query failed (%d)", result);
+    if (result != 0 || exchangeTrouble()) {
+        return failExchange("the histogram cannot be read");
     }
-    if (std::ranges::count(counts, kNoCount) == kHistogramBuckets) {
-        return fail("the histogram query got no counts");
-    }
-    Listing listing("buckets", {{"bucket", "bucket", 6}, {"count", "count", 10}});
+    Listing listing("buckets",
+                    {{"bucket", "bucket", 6}, {"count", "count", 10}, {"kind", "kind", -1}});
     for (size_t bucket = 0; bucket < counts.size(); ++bucket) {
-        listing.add({{"bucket", bucket}, {"count", counts[bucket]}});
+        listing.add({{"bucket", bucket},
+                     {"count", counts[bucket]},
+                     {"kind", kindName(static_cast<uint32_t>(bucket))}});
     }
     listing.end({{"total", std::accumulate(counts.begin(), counts.end(), uint64_t{0})}});
     return kDone;

@@ -3,7 +3,9 @@
 #include <memory>
 
 #include "tools/mediactl/command_line.h"
+#include "tools/mediactl/exchange_watch.h"
 #include "tools/mediactl/output.h"
+#include "tools/mediactl/record_json.h"
 #include <mediacheckd/vxMediaRTOSDB/zep_queries.h>
 
 namespace mediactl {
@@ -19,12 +21,13 @@ struct ItemOptions {
     uint32_t limit = UINT32_MAX;
 };
 
-// Prints the items of all pages. An item is printed when its files are known.
+// Prints the items of all pages, each page when all of it is known.
 class ItemListing {
   public:
     explicit ItemListing(bool files)
         : mFiles(files),
-          mListing("items", {{"content_type", "type", -19},
+          mListing("items", {{"content_type", "type", 4},
+                             {"kind", "kind", -16},
                              {"file", "file", -21},
                              {"group_number", "group", 5},
                              {"first_number", "first", 5},
@@ -33,36 +36,33 @@ class ItemListing {
                              {"highlight_count", "marks", 5},
                              {"score", "score", 5},
                              {"created", "created", -19},
-                             {"duration_s", "seconds", 7},
+                             {"duration_s", "length", 8},
                              {"clip", "clip", -4},
-                             {"size_bytes", "bytes", 12}}) {}
+                             {"size_bytes", "size", 9}}) {}
 
     static void takeItem(void* self, zep_item_s* item) {
-        static_cast<ItemListing*>(self)->begin(*item);
+        static_cast<ItemListing*>(self)->take(*item);
     }
     static void takeFile(void* self, char* dirName, char* fileName) {
-        static_cast<ItemListing*>(self)->mItem["files"].push_back(path(dirName, fileName));
+        static_cast<ItemListing*>(self)->mPage.back()["files"].push_back(path(dirName, fileName));
     }
 
-    // Prints the latest item, if there is one.
-    void flush() {
-        if (mItem.is_null()) {
-            return;
-        }
-        mListing.add(mItem);
-        if (mFiles) {
-            for (const auto& file : mItem["files"]) {
+    void printPage() {
+        for (const Json& item : mPage) {
+            mListing.add(item);
+            for (const auto& file : mFiles ? item["files"] : Json::array()) {
                 mListing.addNote(file);
             }
         }
-        mItem = nullptr;
+        mCount += static_cast<uint32_t>(mPage.size());
+        mPage.clear();
     }
 
     void end(uint32_t total, uint32_t session) {
-        flush();
         mListing.end({{"total", total}, {"session_id", session}});
     }
 
+    // Items printed so far.
     [[nodiscard]] uint32_t count() const { return mCount; }
 
   private:
@@ -70,11 +70,10 @@ class ItemListing {
         return std::string(dirName) + "/" + fileName;
     }
 
-    void begin(const zep_item_s& item) {
-        flush();
-        ++mCount;
-        mItem = {
+    void take(const zep_item_s& item) {
+        mPage.push_back({
             {"content_type", item.content_type},
+            {"kind", kindName(item.content_type)},
             {"file", path(item.dir_name, item.file_name)},
             {"group_number", item.group_number},
             {"first_number", item.first_number},
@@ -86,15 +85,15 @@ class ItemListing {
             {"duration_s", item.duration_s},
             {"clip", item.clip != 0},
             {"size_bytes", item.size_bytes},
-        };
+        });
         if (mFiles) {
-            mItem["files"] = Json::array();
+            mPage.back()["files"] = Json::array();
         }
     }
 
     bool mFiles;
     Listing mListing;
-    Json mItem;
+    std::vector<Json> mPage;
     uint32_t mCount = 0;
 };
 
@@ -111,10 +110,10 @@ int items(const ItemOptions& options) {
         uint32_t pageSession = 0;
         const int result = fetch(count, index, &listing, ItemListing::takeItem, &listing,
                                  fileCallback, &listing, &pageSession, &total);
-        listing.flush();
-        if (result < 0) {
-            status = fail("the page from item %u on cannot be fetched (%d)", index, result);
-        } else if (listed != 0 && pageSession != session) {
+        if (result < 0 || exchangeTrouble()) {
+            status =
+                failExchange("the page from item " + std::to_string(index) + " on cannot be read");
+        } else if (listing.printPage(); listed != 0 && pageSession != session) {
             status = fail("the database changed before item %u; list it again", index);
         } else if (listing.count() == listed && index < total) {
             status = fail("the database delivers no item %u, but has %u items", index, total);
@@ -124,7 +123,7 @@ int items(const ItemOptions& options) {
             break;
         }
     }
-    if (status == kDone || listing.count() != 0) {
+    if (status == kDone) {
         listing.end(total, session);
     }
     return status;

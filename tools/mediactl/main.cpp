@@ -21,7 +21,8 @@ int main(int argc, char** argv) {
     addResponseCommands(line);
     const int status = line.run(argc, argv);
     if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
-        return fail("the output cannot be written: %m");
+        std::fprintf(stderr, "mediactl: the output cannot be written: %m\n");
+        return kFailed;
     }
     return status;
 }

@@ -7,6 +7,7 @@
 #include "tools/mediactl/argument_forms.h"
 #include "tools/mediactl/command_line.h"
 #include "tools/mediactl/engine_log.h"
+#include "tools/mediactl/exchange_watch.h"
 #include "tools/mediactl/input_file.h"
 #include "tools/mediactl/output.h"
 #include "tools/mediactl/rules_file.h"
@@ -16,6 +17,25 @@
 namespace mediactl {
 
 namespace {
+
+// What the uploading side calls the kinds of media.
+constexpr const char* kMediaCodes[] = {"photo",
+                                       "video",
+                                       "burst",
+                                       "time lapse",
+                                       "time-lapse video",
+                                       "grouped video",
+                                       "session file",
+                                       "continuous photos",
+                                       "night photo",
+                                       "night lapse",
+                                       nullptr,
+                                       "video from burst"};
+
+Json mediaName(int code) {
+    const auto index = static_cast<size_t>(code);
+    return index < std::size(kMediaCodes) && kMediaCodes[index] ? Json(kMediaCodes[index]) : Json();
+}
 
 struct Choice {
     std::string rules;
@@ -36,8 +56,8 @@ std::optional<std::string> readOrder(const std::string& path) {
     return document;
 }
 
-int failed(int result) {
-    return fail("the media list cannot be read (%d)", result);
+int failed() {
+    return failExchange("the media list cannot be read");
 }
 
 // Returns the number of matches, or a negative number.
@@ -53,8 +73,8 @@ int count(const Choice& choice) {
     EngineLog log;
     ZEPMediaList list;
     const int result = countShown(list, rules, log);
-    if (result < 0) {
-        return failed(result);
+    if (result < 0 || exchangeTrouble()) {
+        return failed();
     }
     printResult({{"count", result}});
     return kDone;
@@ -62,7 +82,10 @@ int count(const Choice& choice) {
 
 void print(Listing& listing, const MediaOutput& item) {
     const Json first = item.files.empty() ? Json() : Json(item.files.front());
-    listing.add({{"media_code", item.mediaCode}, {"file", first}, {"files", item.files}});
+    listing.add({{"media_code", item.mediaCode},
+                 {"kind", mediaName(item.mediaCode)},
+                 {"file", first},
+                 {"files", item.files}});
     for (size_t i = 1; i < item.files.size(); ++i) {
         listing.addNote("   " + item.files[i]);
     }
@@ -73,6 +96,9 @@ int walk(ZEPMediaList& list, std::vector<UploadRule>& rules, uint32_t limit, Lis
     for (uint32_t listed = 0; listed < limit; ++listed) {
         MediaOutput item;
         const int result = list.getNextMedia(&item, rules);
+        if (exchangeTrouble()) {
+            return failed();
+        }
         if (result == ZEPMediaList::kEnd) {
             break;
         }
@@ -80,7 +106,7 @@ int walk(ZEPMediaList& list, std::vector<UploadRule>& rules, uint32_t limit, Lis
             return fail("the database has changed; list it again");
         }
         if (result != ZEPMediaList::kItem) {
-            return failed(result);
+            return failed();
         }
         print(listing, item);
     }
@@ -94,24 +120,29 @@ int candidates(const Choice& choice) {
     const std::optional<std::string> order = readOrder(choice.sort);
     ZEPMediaList list;
     const int matches = countShown(list, rules, log);
-    if (matches < 0) {
-        return failed(matches);
+    if (matches < 0 || exchangeTrouble()) {
+        return failed();
     }
     const int sorted = order ? list.sort(order->c_str()) : 0;
-    if (sorted != 0) {
-        return failed(sorted);
+    if (sorted != 0 || exchangeTrouble()) {
+        return failed();
     }
     Listing listing("candidates", {{"media_code", "code", 4}, {"file", "files", -1}});
     const int status = walk(list, rules, choice.limit, listing);
-    listing.end({{"count", matches}});
+    if (status == kDone) {
+        listing.end({{"count", matches}});
+    }
     return status;
 }
 
 int uploadStatus(const std::string& path, uint32_t status) {
     const EngineLog log;
     const int result = ZEPMediaList().setUploadStatus(path, static_cast<int>(status));
-    return result == 0 ? kDone
-                       : fail("%s: the status cannot be written (%d)", path.c_str(), result);
+    if (result != 0 || exchangeTrouble()) {
+        return failExchange("the status cannot be written");
+    }
+    printResult({{"file", path}, {"upload_status", status}});
+    return kDone;
 }
 
 // Runs a command; a file that cannot be used is a wrong call.
@@ -120,8 +151,7 @@ int withFiles(Run run) {
     try {
         return run();
     } catch (const simulator::InputError& error) {
-        (void)fail("%s", error.what());
-        return kWrongCall;
+        return refuseCall(error.what());
     }
 }
 

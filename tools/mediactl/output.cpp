@@ -1,10 +1,12 @@
 #include "tools/mediactl/output.h"
 
+#include <unistd.h>
+
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
-
-#include "tools/mediactl/record_json.h"
+#include <memory>
+#include <utility>
 
 namespace mediactl {
 
@@ -13,6 +15,17 @@ namespace {
 constexpr int kKeyWidth = 24;
 
 Format format = Format::kColumns;
+
+Listing* openListing = nullptr;
+int console = -1;  // standard output while a producer prints into a file
+
+void giveBackOutput() {
+    if (console >= 0) {
+        std::fflush(stdout);
+        dup2(console, STDOUT_FILENO);
+        close(std::exchange(console, -1));
+    }
+}
 
 std::string jsonText(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
@@ -38,13 +51,36 @@ std::string dateText(uint32_t seconds) {
     return text;
 }
 
+std::string sizeText(uint64_t bytes) {
+    constexpr uint64_t kMany = 10240;
+    const char* const units[] = {"B", "KiB", "MiB", "GiB", "TiB"};
+    size_t unit = 0;
+    for (; bytes >= kMany && unit + 1 < std::size(units); ++unit) {
+        bytes = (bytes + 512) / 1024;
+    }
+    return std::to_string(bytes) + " " + units[unit];
+}
+
+std::string lengthText(uint32_t seconds) {
+    char text[24];
+    if (const uint32_t hours = seconds / 3600) {
+        std::snprintf(text, sizeof text, "%u:%02u:%02u", hours, seconds / 60 % 60, seconds % 60);
+    } else {
+        std::snprintf(text, sizeof text, "%u:%02u", seconds / 60, seconds % 60);
+    }
+    return text;
+}
+
 // A value as people read it; the key says what kind of number it is.
 std::string cellText(const std::string& key, const Json& value) {
     if (key == "created" || key == "modified") {
         return dateText(value);
     }
-    if (key == "content_type") {
-        return contentTypeText(value);
+    if (key == "size_bytes") {
+        return sizeText(value);
+    }
+    if (key == "duration_s") {
+        return lengthText(value);
     }
     if (value.is_null()) {
         return "-";
@@ -105,14 +141,53 @@ void printResult(const Json& result) {
     }
 }
 
+std::optional<std::string> printedBy(const std::function<int()>& producer) {
+    std::fflush(stdout);
+    console = dup(STDOUT_FILENO);
+    const std::unique_ptr<FILE, int (*)(FILE*)> file(std::tmpfile(), std::fclose);
+    const bool taken = file && console >= 0 && dup2(fileno(file.get()), STDOUT_FILENO) >= 0;
+    if (taken) {
+        (void)producer();
+    }
+    giveBackOutput();
+    if (!taken) {
+        return std::nullopt;
+    }
+
+    std::string text;
+    char part[4096];
+    std::rewind(file.get());
+    while (const size_t size = std::fread(part, 1, sizeof part, file.get())) {
+        text.append(part, size);
+    }
+    return text;
+}
+
+void endWithError(const Json& error) {
+    giveBackOutput();
+    if (openListing) {
+        openListing->close(false, {{"error", error}});
+    } else if (printsJson()) {
+        printResult({{"error", error}});
+    }
+    std::fflush(stdout);
+}
+
 Listing::Listing(const char* name, std::initializer_list<Column> columns)
     : mName(name), mColumns(columns) {}
+
+Listing::~Listing() {
+    if (openListing == this) {
+        openListing = nullptr;
+    }
+}
 
 void Listing::begin() {
     if (mBegun) {
         return;
     }
     mBegun = true;
+    openListing = this;
     if (printsJson()) {
         std::printf("{\"%s\":[", mName);
     } else {
@@ -139,11 +214,17 @@ void Listing::addNote(const std::string& text) {
 
 void Listing::end(const Json& summary) {
     begin();
+    close(true, summary);
+}
+
+void Listing::close(bool complete, const Json& members) {
+    openListing = nullptr;
     if (!printsJson()) {
+        std::fputs(complete ? "" : "(the list is cut here)\n", stdout);
         return;
     }
-    std::printf("]");
-    for (const auto& [key, value] : summary.items()) {
+    std::printf("],\n\"complete\":%s", complete ? "true" : "false");
+    for (const auto& [key, value] : members.items()) {
         std::printf(",\n\"%s\":%s", key.c_str(), jsonText(value).c_str());
     }
     std::printf("}\n");

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdio>
+#include <functional>
 #include <initializer_list>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +20,13 @@ void chooseFormat(Format format);
 
 // Whether results are JSON.
 [[nodiscard]] bool printsJson();
+
+// Ends the JSON document with an error: the one that a listing has begun, or one of its own. A list
+// of columns gets a last line that says that it is cut.
+void endWithError(const Json& error);
+
+// Runs a producer and takes what it prints on standard output; nothing when that cannot be taken.
+[[nodiscard]] std::optional<std::string> printedBy(const std::function<int()>& producer);
 
 // Prints one result: its members, one a line, or the document.
 void printResult(const Json& result);
@@ -35,6 +44,9 @@ class Listing {
   public:
     // name: of the array of rows in the JSON document.
     Listing(const char* name, std::initializer_list<Column> columns);
+    ~Listing();
+    Listing(const Listing&) = delete;
+    Listing& operator=(const Listing&) = delete;
 
     // row: an object. Members that have no column stand in the JSON document alone.
     void add(const Json& row);
@@ -42,11 +54,15 @@ class Listing {
     // Prints a line below the latest row; not for the JSON document.
     void addNote(const std::string& text);
 
-    // Ends the listing. summary: an object whose members follow the rows in the JSON document.
+    // Ends the listing. summary: an object whose members follow the rows in the JSON document, and
+    // "complete", which is true.
     void end(const Json& summary);
 
   private:
+    friend void endWithError(const Json& error);
+
     void begin();
+    void close(bool complete, const Json& members);
 
     const char* mName;
     std::vector<Column> mColumns;

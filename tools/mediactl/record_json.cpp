@@ -64,19 +64,17 @@ Json unmarkedNumbers(const db_group_info& group, std::span<const uint8_t> mask) 
 
 }  // namespace
 
-std::string contentTypeText(uint32_t contentType) {
-    std::string text = std::to_string(contentType);
-    if (contentType < std::size(kContentTypes)) {
-        text += std::string(" ") + kContentTypes[contentType];
-    }
-    return text;
+Json kindName(uint32_t contentType) {
+    const char* const name =
+        contentType < std::size(kContentTypes) ? kContentTypes[contentType] : "";
+    return *name ? Json(name) : Json();
 }
 
 Json gumiJson(const db_gumi& gumi) {
     if (std::ranges::all_of(gumi.bytes, [](uint8_t byte) { return byte == 0; })) {
         return nullptr;
     }
-    const auto digits = hexDigits(std::span(gumi.bytes), HexCase::kUpper);
+    const auto digits = hexDigits(std::span(gumi.bytes), HexCase::kLower);
     return std::string(digits.data(), digits.size());
 }
 
@@ -87,6 +85,7 @@ std::string nameText(std::span<const char> field) {
 Json itemJson(const db_item_record& item) {
     return {
         {"content_type", uint32_t{item.content_type}},
+        {"kind", kindName(item.content_type)},
         {"created", uint32_t{item.created}},
         {"modified", uint32_t{item.modified}},
         {"highlight_count", uint32_t{item.highlight_count}},
@@ -132,8 +131,8 @@ Json moreInfoJson(const db_more_info& info) {
         {"height", uint32_t{info.height}},
         {"frame_rate_numerator", uint32_t{info.frame_rate_numerator}},
         {"frame_rate_denominator", uint32_t{info.frame_rate_denominator}},
-        {"is_progressive", uint32_t{info.is_progressive}},
-        {"is_subsampled", uint32_t{info.is_subsampled}},
+        {"is_progressive", info.is_progressive != 0},
+        {"is_subsampled", info.is_subsampled != 0},
     };
 }
 

@@ -10,8 +10,8 @@
 
 namespace mediactl {
 
-// The number and the name of a content type.
-std::string contentTypeText(uint32_t contentType);
+// The name of a content type; null for one that has none.
+Json kindName(uint32_t contentType);
 
 // 32 hexadecimal digits; null for a GUMI of zeros, which stands for none.
 Json gumiJson(const db_gumi& gumi);

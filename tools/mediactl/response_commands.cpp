@@ -1,10 +1,9 @@
 // medialist, metadata and paged: the HTTP responses that an app gets.
-#include <unistd.h>
-
 #include <climits>
 #include <memory>
 
 #include "tools/mediactl/command_line.h"
+#include "tools/mediactl/exchange_watch.h"
 #include "tools/mediactl/output.h"
 #include <mediacheckd/vxMediaRTOSDB/db_requests.h>
 #include <mediacheckd/vxMediaRTOSDB/media_list.h>
@@ -13,6 +12,8 @@
 namespace mediactl {
 
 namespace {
+
+constexpr int kHttpOk = 200;
 
 struct PagedOptions {
     uint32_t start = 0;
@@ -35,32 +36,6 @@ struct QueryOptions {
     bool pretty = false;
 };
 
-// Runs a producer and takes what it prints on standard output; nothing when that cannot be taken.
-std::optional<std::string> printedBy(const std::function<int()>& producer) {
-    std::fflush(stdout);
-    const int console = dup(STDOUT_FILENO);
-    const std::unique_ptr<FILE, int (*)(FILE*)> file(std::tmpfile(), std::fclose);
-    const bool redirected = file && console >= 0 && dup2(fileno(file.get()), STDOUT_FILENO) >= 0;
-    if (redirected) {
-        (void)producer();
-        dup2(console, STDOUT_FILENO);
-    }
-    if (console >= 0) {
-        close(console);
-    }
-    if (!redirected) {
-        return std::nullopt;
-    }
-
-    std::string text;
-    char part[4096];
-    std::rewind(file.get());
-    while (const size_t size = std::fread(part, 1, sizeof part, file.get())) {
-        text.append(part, size);
-    }
-    return text;
-}
-
 // Prints the body as it is, in one line, or indented.
 void printBody(const std::string& body, bool pretty) {
     const Json document = pretty ? Json::parse(body, nullptr, false) : Json();
@@ -80,18 +55,26 @@ int printResponse(bool pretty, const std::function<int()>& producer) {
     const std::string& response = *printed;
     const size_t start = response.find("HTTP/1.1 ");
     const size_t header = response.find("\r\n\r\n", start);
-    if (start == std::string::npos || header == std::string::npos) {
-        std::fputs(response.c_str(), stdout);
-        return fail("the query has no response");
-    }
-    const size_t body = header + 4;
-    if (!printsJson() && !pretty) {
-        std::fputs(response.c_str(), stdout);
-    } else if (body < response.size()) {
+    const bool isResponse = start != std::string::npos && header != std::string::npos;
+    const int status = isResponse ? std::atoi(response.c_str() + response.find(' ', start)) : 0;
+    const bool good = status == kHttpOk && !exchangeTrouble();
+    if (!isResponse || (!printsJson() && !pretty)) {
+        std::fputs(printsJson() ? "" : response.c_str(), stdout);
+    } else if (good) {
+        const size_t body = header + 4;
         printBody(response.substr(body, response.size() - body - 2), pretty);
     }
-    const int status = std::atoi(response.c_str() + response.find(' ', start));
-    return status == 200 ? kDone : fail("the response has status %d", status);
+    if (good) {
+        return kDone;
+    }
+    if (!isResponse) {
+        return failExchange("the query has no response");
+    }
+    return fail(
+        exchangeTrouble().value_or(Failure{"http_status",
+                                           "the response has status " + std::to_string(status),
+                                           "docs/http-interface.md tells what it means",
+                                           {{"status", status}}}));
 }
 
 uint32_t optionIf(bool wanted, uint32_t option) {

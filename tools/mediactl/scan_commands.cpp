@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "tools/mediactl/command_line.h"
+#include "tools/mediactl/exchange_watch.h"
 #include "tools/mediactl/output.h"
 #include "tools/mediactl/record_json.h"
 #include <mediacheckd/vxMediaRTOSDB/directory_scan.h>
@@ -12,22 +13,25 @@ namespace mediactl {
 namespace {
 
 constexpr uint32_t kMaxEntries = 100000;
+constexpr int kNoEntries = -5;  // an empty directory
 
 int scan(const std::string& directory) {
     std::vector<db_scandir_entry> entries(kMaxEntries);
     uint32_t count = kMaxEntries;
     const int result = dbScanDirectory(directory.c_str(), entries.data(), &count, nullptr);
-    Listing listing("files",
-                    {{"file_name", "file", -12}, {"word1", "word1", 10}, {"word2", "word2", 10}});
+    if (exchangeTrouble() || (result != 0 && result != kNoEntries)) {
+        return failExchange("the directory cannot be read");
+    }
+    Listing listing(
+        "files",
+        {{"file_name", "file", -12}, {"size_bytes", "size", 9}, {"modified", "modified", -19}});
     for (const auto& entry : std::span(entries).first(count)) {
         listing.add({{"file_name", nameText(entry.file_name)},
-                     {"word1", uint32_t{entry.word1}},
-                     {"word2", uint32_t{entry.word2}}});
+                     {"size_bytes", uint32_t{entry.word1}},
+                     {"modified", uint32_t{entry.word2}}});
     }
-    if (result == 0 || count != 0) {
-        listing.end({{"directory", directory}});
-    }
-    return result == 0 ? kDone : fail("the scan of %s failed (%d)", directory.c_str(), result);
+    listing.end({{"directory", directory}});
+    return kDone;
 }
 
 }  // namespace

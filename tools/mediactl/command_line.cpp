@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "tools/mediactl/completion.h"
+#include "tools/mediactl/exchange_watch.h"
 #include "tools/mediactl/output.h"
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
 
@@ -84,9 +85,12 @@ void CommandLine::addToolOptions() {
     mApp->add_flag_callback(
         "--json", [] { chooseFormat(Format::kJson); },
         "Print one JSON document instead of columns");
+    auto* const csv = mApp->add_flag_callback(
+        "--csv", [] { chooseFormat(Format::kCsv); }, "Print comma-separated values");
+    csv->excludes("--json");
     mApp->add_option("--log-level", g_logLevel,
                      "Lines of the library on standard error: 0 none, 2 errors, 3 warnings, "
-                     "4 requests and responses; 6 also dumps their bytes on standard output")
+                     "4 requests and responses; 6 also dumps their bytes")
         ->check(CLI::Range(0, 6).description(""))
         ->type_name("LEVEL")
         ->capture_default_str();
@@ -119,6 +123,11 @@ int CommandLine::run(int argc, char** argv) {
     }
     if (!mRun) {
         return refuseCall("a command is needed: --help names them");
+    }
+    if (g_logLevel == UTIL_LOG_TRACE) {
+        // The library's own dump would stand among the results.
+        g_logLevel = UTIL_LOG_INFO;
+        dumpExchanges();
     }
     return mRun();
 }

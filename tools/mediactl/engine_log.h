@@ -13,14 +13,8 @@ class EngineLog {
     EngineLog(const EngineLog&) = delete;
     EngineLog& operator=(const EngineLog&) = delete;
 
-    // Shows on a terminal how far a count is, until the next end. Elsewhere, and at log levels that
-    // show every page anyhow, it does nothing.
-    void beginProgress();
-    void endProgress();
-
   private:
     log_sink_t* mSink;
-    bool mProgress = false;
 };
 
 }  // namespace mediactl

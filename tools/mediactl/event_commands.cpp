@@ -12,11 +12,17 @@
 
 #include "app/event_queue.h"
 #include "tools/mediactl/command_line.h"
+#include "tools/mediactl/interruption.h"
 #include "tools/mediactl/output.h"
 
 namespace mediactl {
 
 namespace {
+
+struct ListenOptions {
+    std::optional<double> timeout;
+    bool follow = false;
+};
 
 struct Event {
     int32_t code;
@@ -65,21 +71,30 @@ int printEvent(std::span<const char> bytes) {
     return fail("a message of %zu bytes on %s is no event", bytes.size(), kEventQueueName);
 }
 
-int listen(std::optional<double> timeout) {
+int listen(const ListenOptions& options) {
     const mqd_t queue = createEventQueue();
     mq_attr attributes = {};
     if (queue == -1 || mq_getattr(queue, &attributes) != 0) {
         return fail("the queue %s cannot be opened: %m", kEventQueueName);
     }
     std::vector<char> message(static_cast<size_t>(attributes.mq_msgsize));
-    const ssize_t received = receive(queue, message, timeout);
+    int status = kDone;
+    ssize_t received = 0;
+    do {
+        received = receive(queue, message, options.timeout);
+        if (received >= 0) {
+            status = printEvent({message.data(), static_cast<size_t>(received)});
+            std::fflush(stdout);
+        }
+    } while (options.follow && received >= 0);
     const int reason = errno;
     mq_close(queue);
     if (received >= 0) {
-        return printEvent({message.data(), static_cast<size_t>(received)});
+        return status;
     }
+    endIfInterrupted();
     if (reason == ETIMEDOUT) {
-        return fail("no event within %g s", *timeout);
+        return fail("no event within %g s", *options.timeout);
     }
     return fail("no event can be received from %s: %s", kEventQueueName, std::strerror(reason));
 }
@@ -87,10 +102,11 @@ int listen(std::optional<double> timeout) {
 }  // namespace
 
 void addEventCommands(CommandLine& line) {
-    auto timeout = std::make_shared<std::optional<double>>();
+    auto options = std::make_shared<ListenOptions>();
     line.add("listen", "Wait for one event of the check daemon",
-             [timeout] { return listen(*timeout); })
-        .option("--timeout", "S", timeout.get(), "Give up after S seconds");
+             [options] { return listen(*options); })
+        .option("--timeout", "S", &options->timeout, "Give up after S seconds without an event")
+        .flag("--follow", &options->follow, "Go on with the next event");
 }
 
 }  // namespace mediactl

@@ -3,11 +3,15 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <set>
 #include <span>
 #include <string_view>
 
 #include "libvxMediaRTOSDB/src/records/record_reader.h"
+#include "tools/mediactl/interruption.h"
+#include "tools/mediactl/progress.h"
 #include <mediacheckd/platform/vxipc.h>
 #include <mediacheckd/vxMediaRTOSDB/db_requests.h>
 #include <mediacheckd/vxMediaRTOSDB/db_responses.h>
@@ -36,10 +40,14 @@ struct Watch {
     std::optional<Failure> wrong;   // the first answer that was no good
     db_request_header request{};
     bool awaitsAnswer = false;
+    bool holds = false;         // the latest request, which is not sent
     size_t entriesAwaited = 0;  // of a scan
 };
 
 Watch watch;
+
+std::optional<uint32_t> heldWrites;  // how many status writes were held back
+bool dumpsBytes = false;
 
 // Endpoints of other channels: a platform may ask its settings service on one.
 std::set<const vxIpcEndpoint*> others;
@@ -150,6 +158,40 @@ std::optional<Failure> wrongIn(std::span<const uint8_t> answer) {
     return std::nullopt;
 }
 
+// As the database answers a write.
+int answerHeldWrite(void* buffer) {
+    db_response_header answer = {};
+    answer.command_type = watch.request.command_type;
+    answer.count_returned = 1;
+    answer.token = watch.request.token;
+    std::memcpy(buffer, &answer, sizeof answer);
+    heldWrites = *heldWrites + 1;
+    return sizeof answer;
+}
+
+void dump(const char* direction, std::span<const uint8_t> message) {
+    constexpr size_t kLine = 32;
+    if (!dumpsBytes) {
+        return;
+    }
+    std::fprintf(stderr, "%s:", direction);
+    for (size_t i = 0; i < message.size(); ++i) {
+        if (i % kLine == 0) {
+            std::fprintf(stderr, "\n[%05zu/%05zu]:", i, message.size());
+        }
+        std::fprintf(stderr, i % 4 == 0 ? "  %02x" : " %02x", message[i]);
+    }
+    std::fputs("\n", stderr);
+}
+
+// A page of a list tells how many items there are.
+void noteProgress(std::span<const uint8_t> answer) {
+    const auto page = wordsReceived<db_list_response_header>(answer);
+    if (watch.request.command_type == DB_CMD_LIST && watch.request.request_count > 1) {
+        noteItems(page.start_index + page.header.count_returned, page.total_entries);
+    }
+}
+
 // The entries of a scan that came; its answer goes on in messages without a header.
 void countEntries(size_t size) {
     const size_t entries = size / sizeof(scandir_result_item);
@@ -163,6 +205,18 @@ void readScan(std::span<const uint8_t> answer) {
 }
 
 }  // namespace
+
+void dumpExchanges() {
+    dumpsBytes = true;
+}
+
+void holdStatusWrites() {
+    heldWrites = 0;
+}
+
+uint32_t heldStatusWrites() {
+    return heldWrites.value_or(0);
+}
 
 void forgetExchanges() {
     watch = {};
@@ -196,31 +250,37 @@ int watchedInit(const char* channel, vxIpcEndpoint* endpoint) {
 }
 
 int watchedSend(vxIpcEndpoint* endpoint, const void* message, int length) {
-    const int result = realSend(endpoint, message, length);
     if (isOther(endpoint)) {
-        return result;
+        return realSend(endpoint, message, length);
     }
+    endIfInterrupted();
+    noteExchange();
+    const std::span request(static_cast<const uint8_t*>(message), static_cast<size_t>(length));
+    dump("Snd", request);
+    watch.request = wordsReceived<db_request_header>(request);
+    watch.awaitsAnswer = true;
+    watch.holds = heldWrites && watch.request.command_type == DB_CMD_WRITE_UPLOAD_STATUS;
+    const int result = watch.holds ? 0 : realSend(endpoint, message, length);
     if (result < 0) {
         watch.broken = brokenAt(Step::kSend, result);
-        return result;
     }
-    watch.request = wordsReceived<db_request_header>(
-        {static_cast<const uint8_t*>(message), static_cast<size_t>(length)});
-    watch.awaitsAnswer = true;
     return result;
 }
 
 int watchedReceive(vxIpcEndpoint* endpoint, void* buffer, int size) {
-    const int received = realReceive(endpoint, buffer, size);
     if (isOther(endpoint)) {
-        return received;
+        return realReceive(endpoint, buffer, size);
     }
+    const int received =
+        watch.holds ? answerHeldWrite(buffer) : realReceive(endpoint, buffer, size);
     if (received < 0) {
         watch.broken = brokenAt(Step::kReceive, received);
+        endIfInterrupted();
         return received;
     }
     watch.broken.reset();
     const std::span message(static_cast<const uint8_t*>(buffer), static_cast<size_t>(received));
+    dump("Rcv", message);
     if (!watch.awaitsAnswer) {
         countEntries(message.size());
         return received;
@@ -230,5 +290,6 @@ int watchedReceive(vxIpcEndpoint* endpoint, void* buffer, int size) {
     if (watch.request.command_type == DB_CMD_NON_DB_SCANDIR && !watch.wrong) {
         readScan(message);
     }
+    noteProgress(message);
     return received;
 }

@@ -8,6 +8,13 @@
 
 namespace mediactl {
 
+// Shows the bytes of each exchange to come on standard error.
+void dumpExchanges();
+
+// From now on, a write of an upload status is not sent but answered here as one that succeeded.
+void holdStatusWrites();
+[[nodiscard]] uint32_t heldStatusWrites();
+
 // Forgets what was seen.
 void forgetExchanges();
 

@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <memory>
 
+#include "tools/mediactl/progress.h"
+
 namespace mediactl {
 
 namespace {
@@ -26,6 +28,7 @@ int fail(const Failure& failure) {
         error["remedy"] = failure.remedy;
     }
     error.update(failure.details);
+    hideProgress();
     endWithError(error);
     if (!printsJson()) {
         std::fprintf(stderr, "mediactl: %s\n", failure.sentence().c_str());

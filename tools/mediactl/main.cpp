@@ -4,11 +4,14 @@
 #include <cstdio>
 
 #include "tools/mediactl/command_line.h"
+#include "tools/mediactl/interruption.h"
+#include "tools/mediactl/progress.h"
 
 int main(int argc, char** argv) {
     using namespace mediactl;
 
     openlog("mediactl", LOG_PERROR, LOG_USER);
+    noteInterruptions();
     CommandLine line;
     addDoctorCommand(line);
     addEventCommands(line);
@@ -20,6 +23,7 @@ int main(int argc, char** argv) {
     addModelCommands(line);
     addResponseCommands(line);
     const int status = line.run(argc, argv);
+    hideProgress();
     if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
         std::fprintf(stderr, "mediactl: the output cannot be written: %m\n");
         return kFailed;

@@ -1,4 +1,5 @@
 // count, candidates, upload-status: the media list as the uploading side uses it.
+#include <algorithm>
 #include <iterator>
 #include <memory>
 #include <optional>
@@ -10,6 +11,7 @@
 #include "tools/mediactl/exchange_watch.h"
 #include "tools/mediactl/input_file.h"
 #include "tools/mediactl/output.h"
+#include "tools/mediactl/progress.h"
 #include "tools/mediactl/rules_file.h"
 #include <mediacheckd/medialist/sort_rules.h>
 #include <mediacheckd/medialist/zep_media_list.h>
@@ -41,6 +43,7 @@ struct Choice {
     std::string rules;
     std::string sort;
     uint32_t limit = UINT32_MAX;
+    bool dryRun = false;
 };
 
 // Reads a sort-rules document that holds; none without a path.
@@ -60,23 +63,22 @@ int failed() {
     return failExchange("the media list cannot be read");
 }
 
-// Returns the number of matches, or a negative number.
-int countShown(ZEPMediaList& list, std::vector<UploadRule>& rules, EngineLog& log) {
-    log.beginProgress();
-    const int result = list.getMediaCount(rules);
-    log.endProgress();
-    return result;
-}
-
 int count(const Choice& choice) {
     std::vector<UploadRule> rules = readRules(choice.rules);
-    EngineLog log;
+    if (choice.dryRun) {
+        holdStatusWrites();
+    }
+    const EngineLog log;
     ZEPMediaList list;
-    const int result = countShown(list, rules, log);
+    const int result = list.getMediaCount(rules);
     if (result < 0 || exchangeTrouble()) {
         return failed();
     }
-    printResult({{"count", result}});
+    Json found = {{"count", result}};
+    if (choice.dryRun) {
+        found["status_writes_held_back"] = heldStatusWrites();
+    }
+    printResult(found);
     return kDone;
 }
 
@@ -92,8 +94,10 @@ void print(Listing& listing, const MediaOutput& item) {
 }
 
 // Prints what the walk gives. Returns an ExitStatus.
-int walk(ZEPMediaList& list, std::vector<UploadRule>& rules, uint32_t limit, Listing& listing) {
+int walk(ZEPMediaList& list, std::vector<UploadRule>& rules, uint32_t limit, int matches,
+         Listing& listing) {
     for (uint32_t listed = 0; listed < limit; ++listed) {
+        noteItems(listed, std::min(limit, static_cast<uint32_t>(matches)));
         MediaOutput item;
         const int result = list.getNextMedia(&item, rules);
         if (exchangeTrouble()) {
@@ -114,12 +118,15 @@ int walk(ZEPMediaList& list, std::vector<UploadRule>& rules, uint32_t limit, Lis
 }
 
 int candidates(const Choice& choice) {
-    EngineLog log;
+    const EngineLog log;
     std::vector<UploadRule> rules = readRules(choice.rules);
+    if (choice.dryRun) {
+        holdStatusWrites();
+    }
     // Before the count, which may write to the database.
     const std::optional<std::string> order = readOrder(choice.sort);
     ZEPMediaList list;
-    const int matches = countShown(list, rules, log);
+    const int matches = list.getMediaCount(rules);
     if (matches < 0 || exchangeTrouble()) {
         return failed();
     }
@@ -128,7 +135,7 @@ int candidates(const Choice& choice) {
         return failed();
     }
     Listing listing("candidates", {{"media_code", "code", 4}, {"file", "files", -1}});
-    const int status = walk(list, rules, choice.limit, listing);
+    const int status = walk(list, rules, choice.limit, matches, listing);
     if (status == kDone) {
         listing.end({{"count", matches}});
     }
@@ -161,10 +168,12 @@ void addMediaListCommands(CommandLine& line) {
     auto choice = std::make_shared<Choice>();
     line.add("count", "Count the items that the upload rules accept",
              [choice] { return withFiles([&] { return count(*choice); }); })
-        .requiredOption("--rules", "FILE", &choice->rules, "The upload rules");
+        .requiredOption("--rules", "FILE", &choice->rules, "The upload rules")
+        .flag("--dry-run", &choice->dryRun, "Write no upload status");
     line.add("candidates", "List the items that the upload rules accept, with all their files",
              [choice] { return withFiles([&] { return candidates(*choice); }); })
         .requiredOption("--rules", "FILE", &choice->rules, "The upload rules")
+        .flag("--dry-run", &choice->dryRun, "Write no upload status")
         .option("--sort", "FILE", &choice->sort, "List them in the order of these sort rules")
         .option("--limit", "N", &choice->limit, "List at most N items");
 

@@ -1,5 +1,7 @@
 #include "tools/mediactl/output.h"
 
+#include "tools/mediactl/progress.h"
+
 #include <unistd.h>
 
 #include <cstdint>
@@ -113,6 +115,47 @@ void printMembers(const Json& object, int indent) {
     }
 }
 
+std::string csvText(const std::string& key, const Json& value) {
+    std::string text;
+    if (value.is_array()) {
+        for (const auto& element : value) {
+            text += (text.empty() ? "" : " ") + csvText("", element);
+        }
+    } else if (value.is_string() || key == "created" || key == "modified") {
+        text = cellText(key, value);
+    } else if (!value.is_null()) {
+        text = jsonText(value);
+    }
+    if (text.find_first_of(",\"") == std::string::npos) {
+        return text;
+    }
+    for (size_t i = 0; (i = text.find('"', i)) != std::string::npos; i += 2) {
+        text.insert(i, 1, '"');
+    }
+    return '"' + text + '"';
+}
+
+// A line of a value for each member of an object; textOf: called with key and value.
+template <typename TextOf>
+void printCsv(const Json& object, TextOf textOf) {
+    const char* separator = "";
+    for (const auto& [key, value] : object.items()) {
+        std::printf("%s%s", separator, textOf(key, value).c_str());
+        separator = ",";
+    }
+    std::printf("\n");
+}
+
+void printCsvMembers(const Json& object, const std::string& above) {
+    for (const auto& [key, value] : object.items()) {
+        if (value.is_object()) {
+            printCsvMembers(value, above + key + ".");
+        } else {
+            std::printf("%s%s,%s\n", above.c_str(), key.c_str(), csvText(key, value).c_str());
+        }
+    }
+}
+
 template <typename CellOf>
 void printCells(const std::vector<Column>& columns, CellOf cellOf) {
     const char* separator = "";
@@ -136,6 +179,9 @@ bool printsJson() {
 void printResult(const Json& result) {
     if (printsJson()) {
         std::printf("%s\n", jsonText(result).c_str());
+    } else if (format == Format::kCsv) {
+        std::printf("member,value\n");
+        printCsvMembers(result, "");
     } else {
         printMembers(result, 0);
     }
@@ -182,23 +228,28 @@ Listing::~Listing() {
     }
 }
 
-void Listing::begin() {
+void Listing::begin(const Json& row) {
     if (mBegun) {
         return;
     }
     mBegun = true;
     openListing = this;
+    hideProgress();
     if (printsJson()) {
         std::printf("{\"%s\":[", mName);
+    } else if (format == Format::kCsv) {
+        printCsv(row, [](const std::string& key, const Json&) { return key; });
     } else {
         printCells(mColumns, [](const Column& column) { return std::string(column.title); });
     }
 }
 
 void Listing::add(const Json& row) {
-    begin();
+    begin(row);
     if (printsJson()) {
         std::printf("%s\n%s", mEmpty ? "" : ",", jsonText(row).c_str());
+    } else if (format == Format::kCsv) {
+        printCsv(row, csvText);
     } else {
         printCells(mColumns,
                    [&](const Column& column) { return cellText(column.key, row.at(column.key)); });
@@ -207,20 +258,24 @@ void Listing::add(const Json& row) {
 }
 
 void Listing::addNote(const std::string& text) {
-    if (!printsJson()) {
+    if (format == Format::kColumns) {
         std::printf("  %s\n", printable(text).c_str());
     }
 }
 
 void Listing::end(const Json& summary) {
-    begin();
+    Json titles;
+    for (const Column& column : mColumns) {
+        titles[column.key] = nullptr;
+    }
+    begin(titles);
     close(true, summary);
 }
 
 void Listing::close(bool complete, const Json& members) {
     openListing = nullptr;
     if (!printsJson()) {
-        std::fputs(complete ? "" : "(the list is cut here)\n", stdout);
+        std::fputs(complete || format == Format::kCsv ? "" : "(the list is cut here)\n", stdout);
         return;
     }
     std::printf("],\n\"complete\":%s", complete ? "true" : "false");

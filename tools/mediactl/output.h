@@ -1,4 +1,5 @@
-// Results on standard output: columns for people, one JSON document for scripts.
+// Results on standard output: columns for people, one JSON document for scripts, comma-separated
+// values for spreadsheets.
 #pragma once
 
 #include <cstdio>
@@ -13,7 +14,7 @@ namespace mediactl {
 
 using Json = nlohmann::ordered_json;
 
-enum class Format { kColumns, kJson };
+enum class Format { kColumns, kJson, kCsv };
 
 // Chooses the form of all results to come.
 void chooseFormat(Format format);
@@ -61,7 +62,7 @@ class Listing {
   private:
     friend void endWithError(const Json& error);
 
-    void begin();
+    void begin(const Json& row);
     void close(bool complete, const Json& members);
 
     const char* mName;

@@ -14,6 +14,7 @@ namespace {
 using simulator::JsonPlace;
 
 constexpr uint32_t kUnlimited = std::numeric_limits<uint32_t>::max();
+constexpr uint32_t kMaxScore = 127;
 constexpr uint32_t kMaxStatus = UPLOAD_RULE_STATUS_4 - UPLOAD_RULE_STATUS_0;
 
 // A kind of condition rule and the ranges it looks at.
@@ -50,7 +51,7 @@ const Media& readMedia(const JsonPlace& place) {
     return *media;
 }
 
-void readRange(const JsonPlace& place, bool used, uint32_t& min, uint32_t& max) {
+void readRange(const JsonPlace& place, bool used, uint32_t most, uint32_t& min, uint32_t& max) {
     if (!used) {
         place.fail("means nothing for this kind of media");
     }
@@ -58,7 +59,7 @@ void readRange(const JsonPlace& place, bool used, uint32_t& min, uint32_t& max) 
         if (name != "min" && name != "max") {
             value.fail("is not known");
         }
-        (name == "min" ? min : max) = value.number(kUnlimited);
+        (name == "min" ? min : max) = value.number(most);
     });
     if (!place.member("min") && !place.member("max")) {
         place.fail("must have a min or a max");
@@ -87,11 +88,11 @@ UploadRule readRule(const JsonPlace& place) {
         if (name == "name") {
             rule.name = value.text();
         } else if (name == "score") {
-            readRange(value, kind.score, rule.scoreMin, rule.scoreMax);
+            readRange(value, kind.score, kMaxScore, rule.scoreMin, rule.scoreMax);
         } else if (name == "duration") {
-            readRange(value, kind.duration, rule.durationMin, rule.durationMax);
+            readRange(value, kind.duration, kUnlimited, rule.durationMin, rule.durationMax);
         } else if (name == "count") {
-            readRange(value, kind.count, rule.countMin, rule.countMax);
+            readRange(value, kind.count, kUnlimited, rule.countMin, rule.countMax);
         } else if (name != "status" && name != "media") {
             value.fail("is not known");
         }

@@ -20,11 +20,16 @@ uint32_t itemsDone = 0;
 uint32_t itemsTotal = 0;
 bool shown = false;
 
+bool wanted() {
+    static const bool terminal = isatty(STDERR_FILENO) != 0;
+    return terminal && g_logLevel < UTIL_LOG_DEBUG;
+}
+
 }  // namespace
 
 void showProgress() {
-    const auto now = Clock::now();
-    if (now < due || isatty(STDERR_FILENO) == 0 || g_logLevel >= UTIL_LOG_DEBUG) {
+    const auto now = wanted() ? Clock::now() : Clock::time_point::min();
+    if (now < due) {
         return;
     }
     due = now + kBetween;

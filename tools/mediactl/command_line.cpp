@@ -1,8 +1,10 @@
 #include "tools/mediactl/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 #include "tools/mediactl/completion.h"
@@ -114,15 +116,18 @@ int CommandLine::run(int argc, char** argv) {
         }
         return kDone;
     }
+    // A call that is refused is parsed in part only.
+    if (std::ranges::find(argv, argv + argc, std::string_view("--json")) != argv + argc) {
+        chooseFormat(Format::kJson);
+    }
     try {
         mApp->parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return error.get_exit_code() == 0
-                   ? mApp->exit(error)
-                   : refuseCall(std::string(error.what()) + ": --help tells more");
+        return error.get_exit_code() == 0 ? mApp->exit(error)
+                                          : refuseCall(error.what(), "--help tells more");
     }
     if (!mRun) {
-        return refuseCall("a command is needed: --help names them");
+        return refuseCall("a command is needed", "--help names them");
     }
     if (g_logLevel == UTIL_LOG_TRACE) {
         // The library's own dump would stand among the results.

@@ -46,8 +46,8 @@ int fail(const char* format, ...) {
     return fail(Failure{"failed", text ? text.get() : format, ""});
 }
 
-int refuseCall(const std::string& cause) {
-    (void)fail(Failure{"wrong_call", cause, ""});
+int refuseCall(const std::string& cause, const std::string& remedy) {
+    (void)fail(Failure{"wrong_call", cause, remedy});
     return kWrongCall;
 }
 

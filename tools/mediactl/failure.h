@@ -30,6 +30,6 @@ struct Failure {
 [[nodiscard]] int fail(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 // A call that cannot be carried out as it was written. Returns kWrongCall.
-[[nodiscard]] int refuseCall(const std::string& cause);
+[[nodiscard]] int refuseCall(const std::string& cause, const std::string& remedy);
 
 }  // namespace mediactl

@@ -158,7 +158,7 @@ int withFiles(Run run) {
     try {
         return run();
     } catch (const simulator::InputError& error) {
-        return refuseCall(error.what());
+        return refuseCall(error.what(), "");
     }
 }
 

@@ -6,9 +6,9 @@
 #include "platform/host/channel_server.h"
 #include "platform/host/settings_service.h"
 #include "platform/host/stop_signals.h"
-#include "simulator/card/card.h"
 #include "simulator/card/input_error.h"
 #include "simulator/exchanges/exchanges.h"
+#include "simulator/live/live_card.h"
 #include <mediacheckd/platform/csi.h>
 
 namespace {
@@ -46,21 +46,27 @@ void describe(CLI::App& app, Arguments& arguments) {
     app.add_flag("--log", arguments.log, "print a line for each exchange");
 }
 
-void serve(const Arguments& arguments, simulator::Database& database) {
-    const host::UniqueFd stop = host::openStopSignals();
-    simulator::Exchanges exchanges(database, arguments.faults,
-                                   arguments.log ? &std::cout : nullptr);
+host::Settings settingsOf(const simulator::Database& database) {
     host::Settings settings;
     if (database.modelNumber) {
         settings[CSI_MODEL_NUMBER] = *database.modelNumber;
     }
+    return settings;
+}
+
+void serve(const Arguments& arguments) {
+    const host::UniqueFd stop = host::openStopSignals();
+    simulator::LiveCard card(arguments.card);
+    simulator::Exchanges exchanges(arguments.faults, arguments.log ? &std::cout : nullptr);
     host::ChannelServer server;
-    server.open(kDatabaseChannel,
-                [&](simulator::Request request) { return exchanges.next(request); });
-    server.open(host::kSettingsChannel, [&](simulator::Request request) {
-        return host::Reply{.messages = {host::answerSettingRequest(settings, request)}};
+    server.open(kDatabaseChannel, [&](simulator::Request request) {
+        return exchanges.next(card.current(), request);
     });
-    std::cout << "serving " << database.items().size() << " items of " << arguments.card
+    server.open(host::kSettingsChannel, [&](simulator::Request request) {
+        return host::Reply{
+            .messages = {host::answerSettingRequest(settingsOf(card.current()), request)}};
+    });
+    std::cout << "serving " << card.current().items().size() << " items of " << arguments.card
               << std::endl;
     server.run(stop.get());
 }
@@ -74,8 +80,7 @@ int run(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : kExitWrongCall;
     }
-    simulator::Database database = simulator::loadCard(arguments.card);
-    serve(arguments, database);
+    serve(arguments);
     return 0;
 }
 

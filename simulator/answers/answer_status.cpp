@@ -8,12 +8,8 @@ Answer answerWriteUploadStatus(Database& database, Request request) {
     if (!write) {
         return {};
     }
-    const auto found = database.find(write->file);
-    if (!found) {
-        return {statusReply(write->header, DB_STATUS_NOT_FOUND)};
-    }
-    found->file->record.upload_status = write->upload_status;
-    return {statusReply(write->header, DB_STATUS_OK)};
+    const bool written = database.writeUploadStatus(write->file, write->upload_status);
+    return {statusReply(write->header, written ? DB_STATUS_OK : DB_STATUS_NOT_FOUND)};
 }
 
 // The buckets count, by content type, the items that are not uploaded yet.

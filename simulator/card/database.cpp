@@ -31,6 +31,25 @@ std::optional<Database::Found> Database::find(const db_file_name& name) {
     return Found{&item, &item.files[place->second.file]};
 }
 
+bool Database::writeUploadStatus(const db_file_name& name, uint32_t status) {
+    const auto found = find(name);
+    if (!found) {
+        return false;
+    }
+    found->file->record.upload_status = status;
+    mWrittenStatuses[keyOf(name.dir_name, name.file_name)] = status;
+    return true;
+}
+
+void Database::repeatStatusWrites(const Database& earlier) {
+    for (const auto& [key, status] : earlier.mWrittenStatuses) {
+        db_file_name name;
+        key.copy(name.dir_name, kDirNameSize);
+        key.copy(name.file_name, kFileNameSize, kDirNameSize);
+        static_cast<void>(writeUploadStatus(name, status));
+    }
+}
+
 const MediaFile* Database::findByGumi(const db_gumi& gumi) const {
     const auto sameGumi = [&](const db_gumi& other) {
         return std::equal(std::begin(gumi.bytes), std::end(gumi.bytes), other.bytes);

@@ -33,6 +33,12 @@ class Database {
     // The first file with this GUMI; an all-zero GUMI is nobody's.
     [[nodiscard]] const MediaFile* findByGumi(const db_gumi& gumi) const;
 
+    // Returns false when the database has no such file.
+    [[nodiscard]] bool writeUploadStatus(const db_file_name& name, uint32_t status);
+    // Writes what was written to the database that this one takes the place of, as far as it has
+    // the files.
+    void repeatStatusWrites(const Database& earlier);
+
     uint32_t sessionId = 1;
     std::optional<uint32_t> modelNumber = {};
 
@@ -44,7 +50,9 @@ class Database {
 
     std::vector<MediaItem> mItems;
     std::vector<CardDirectory> mDirectories;
-    std::unordered_map<std::string, Place> mPlaces;  // by directory and file name as on the wire
+    // By directory and file name as on the wire.
+    std::unordered_map<std::string, Place> mPlaces;
+    std::unordered_map<std::string, uint32_t> mWrittenStatuses;
 };
 
 }  // namespace simulator

@@ -6,7 +6,7 @@
 
 namespace simulator {
 
-host::Reply Exchanges::next(Request request) {
+host::Reply Exchanges::next(Database& database, Request request) {
     ++mCount;
     std::vector<Fault> faults;
     std::ranges::copy_if(mFaults, std::back_inserter(faults), [this](const Fault& fault) {
@@ -14,7 +14,7 @@ host::Reply Exchanges::next(Request request) {
     });
     host::Reply reply;
     if (std::ranges::all_of(faults, reachesDatabase)) {
-        reply.messages = answer(*mDatabase, request);
+        reply.messages = answer(database, request);
     }
     for (const Fault& fault : faults) {
         applyFault(fault, request, reply);

@@ -13,17 +13,16 @@ namespace simulator {
 
 class Exchanges {
   public:
-    // database and log must outlive this object. log: one line an exchange; null for none.
-    Exchanges(Database& database, std::vector<Fault> faults, std::ostream* log)
-        : mDatabase(&database), mFaults(std::move(faults)), mLog(log) {}
+    // log: must outlive this object; one line an exchange; null for none.
+    Exchanges(std::vector<Fault> faults, std::ostream* log)
+        : mFaults(std::move(faults)), mLog(log) {}
 
-    // The reply to the next request.
-    [[nodiscard]] host::Reply next(Request request);
+    // The database's reply to the next request.
+    [[nodiscard]] host::Reply next(Database& database, Request request);
 
   private:
     void log(Request request, const host::Reply& reply, std::size_t faults) const;
 
-    Database* mDatabase;
     std::vector<Fault> mFaults;
     std::ostream* mLog;
     uint32_t mCount = 0;

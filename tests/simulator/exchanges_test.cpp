@@ -42,9 +42,10 @@ TEST(Exchanges, happenAsTheFaultsSay) {
     for (const auto& [fault, reply, logged] : cases) {
         simulator::Database database;
         std::ostringstream log;
-        simulator::Exchanges exchanges(database, {parseFault(fault)}, &log);
-        (void)exchanges.next(std::as_bytes(std::span(request)));
-        EXPECT_EQ(summary(exchanges.next(std::as_bytes(std::span(request)))), reply) << fault;
+        simulator::Exchanges exchanges({parseFault(fault)}, &log);
+        (void)exchanges.next(database, std::as_bytes(std::span(request)));
+        EXPECT_EQ(summary(exchanges.next(database, std::as_bytes(std::span(request)))), reply)
+            << fault;
         EXPECT_THAT(log.str(), HasSubstr(logged)) << fault;
     }
 }

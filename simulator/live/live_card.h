@@ -1,0 +1,34 @@
+// A card folder that is served while it changes.
+#pragma once
+
+#include <filesystem>
+
+#include "platform/host/unique_fd.h"
+#include "simulator/card/database.h"
+#include "simulator/live/card_watch.h"
+
+namespace simulator {
+
+class LiveCard {
+  public:
+    // Reads the card; from now on SIGHUP asks for it to be read anew and does nothing else.
+    // Throws InputError as loadCard does, std::system_error.
+    explicit LiveCard(std::filesystem::path card);
+
+    // The database of the card as it is now. Where the card has changed, or SIGHUP came, it is a
+    // new session, and upload statuses that were written stay. A card that cannot be read, or whose
+    // card.json is wrong, is told on standard error, and what was read last stays. Valid until the
+    // next call.
+    [[nodiscard]] Database& current();
+
+  private:
+    void readAnew();
+
+    std::filesystem::path mCard;
+    host::UniqueFd mHangups;
+    CardWatch mWatch;
+    Database mDatabase;
+    uint32_t mSettledSession;  // of the card itself, as it was read last
+};
+
+}  // namespace simulator

@@ -1,7 +1,7 @@
 // Fetches the counts of media by upload kind and tells whether one is wanted.
 #include <array>
 #include <cstdio>
-#include <string>
+#include <cstring>
 
 #include "vcore/base/signed_word.h"
 #include "vcore/base/standard_output.h"
@@ -16,13 +16,15 @@ constexpr unsigned kSelectableBuckets = 5;
 
 // Whoever reads it sees it before the program goes on; the program goes on where nobody reads.
 void printHistogram(const Histogram& histogram) {
-    std::string dump = "\nZEPMediaList::matchHistogram() histogram dump:\n";
+    // Without memory of the heap: where that has run out, the counts are still right.
+    char dump[1024] = "\nZEPMediaList::matchHistogram() histogram dump:\n";
+    size_t length = strlen(dump);
     for (unsigned i = 0; i < histogram.size(); ++i) {
-        char bucket[32];
-        snprintf(bucket, sizeof bucket, " h[%d]=%d ", signedWord(i), signedWord(histogram[i]));
-        dump += bucket;
+        length += static_cast<size_t>(snprintf(dump + length, sizeof dump - length, " h[%d]=%d ",
+                                               signedWord(i), signedWord(histogram[i])));
     }
-    vcore::showText(dump += '\n');
+    dump[length++] = '\n';
+    vcore::showText({dump, length});
 }
 
 bool holdsSelected(const Histogram& histogram, int mask) {

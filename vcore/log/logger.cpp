@@ -25,7 +25,7 @@ void Logger::init(std::uint32_t level, std::uint32_t levelMask, std::uint32_t ca
     if (Logger* const logger = get()) {
         logger->configure(level, levelMask, categoryMask, outputs, path);
     } else {
-        sDebugLog = new Logger(level, levelMask, categoryMask, outputs, path);
+        sDebugLog = new (std::nothrow) Logger(level, levelMask, categoryMask, outputs, path);
     }
 }
 

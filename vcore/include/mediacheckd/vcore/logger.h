@@ -31,7 +31,7 @@ class Logger {
     // Makes the logger, or reconfigures the one there is.
     // level, levelMask, categoryMask: the filters of log_sink_vprintf. outputs: mask of LOG_OUT_*.
     // path: the log file, opened for appending; empty for none. Where it does not open, the other
-    // outputs go on.
+    // outputs go on. Without memory for a logger there is none.
     static void init(std::uint32_t level, std::uint32_t levelMask, std::uint32_t categoryMask,
                      std::uint32_t outputs, const std::string& path);
 

@@ -2,12 +2,15 @@
 #include <syslog.h>
 
 #include <cstdio>
+#include <exception>
 
 #include "tools/mediactl/command_line.h"
 #include "tools/mediactl/interruption.h"
 #include "tools/mediactl/progress.h"
 
-int main(int argc, char** argv) {
+namespace {
+
+int run(int argc, char** argv) {
     using namespace mediactl;
 
     openlog("mediactl", LOG_PERROR, LOG_USER);
@@ -29,4 +32,14 @@ int main(int argc, char** argv) {
         return kFailed;
     }
     return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        return mediactl::fail("%s", error.what());
+    }
 }

@@ -21,12 +21,15 @@ Format format = Format::kColumns;
 Listing* openListing = nullptr;
 int console = -1;  // standard output while a producer prints into a file
 
-void giveBackOutput() {
-    if (console >= 0) {
-        std::fflush(stdout);
-        dup2(console, STDOUT_FILENO);
-        close(std::exchange(console, -1));
+// Returns false when standard output could not be put back.
+bool giveBackOutput() {
+    if (console < 0) {
+        return true;
     }
+    std::fflush(stdout);
+    const bool back = dup2(console, STDOUT_FILENO) >= 0;
+    close(std::exchange(console, -1));
+    return back;
 }
 
 std::string jsonText(const Json& value) {
@@ -195,8 +198,7 @@ std::optional<std::string> printedBy(const std::function<int()>& producer) {
     if (taken) {
         (void)producer();
     }
-    giveBackOutput();
-    if (!taken) {
+    if (!giveBackOutput() || !taken) {
         return std::nullopt;
     }
 
@@ -210,7 +212,7 @@ std::optional<std::string> printedBy(const std::function<int()>& producer) {
 }
 
 void endWithError(const Json& error) {
-    giveBackOutput();
+    (void)giveBackOutput();
     if (openListing) {
         openListing->close(false, {{"error", error}});
     } else if (printsJson()) {

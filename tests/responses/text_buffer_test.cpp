@@ -84,15 +84,6 @@ TEST(TextPart, EscapesEveryByteAtEveryPlace) {
     }
 }
 
-TEST(MediaDBOutput, HoldsNothingWithoutMemory) {
-    for (int n = 0; n < 3; ++n) {
-        failAllocation(n);
-        vxMediaDBOutput output;
-        EXPECT_EQ(vxMediaDBOutputCtor(&output, nullptr), -1);
-        EXPECT_EQ(output.localBuffer, nullptr);
-    }
-}
-
 TEST(Formatters, GoOnAfterAKeyThatDoesNotFit) {
     MediaDBOutputGuard output(nullptr);
     TextBuffer entry = entryOf(*output.get());

@@ -121,7 +121,7 @@ class FileInfo {
     }
 
     std::string mFs;
-    Json mResult;
+    Json mResult = Json::object();
     int mStatus = kDone;
 };
 

@@ -13,10 +13,7 @@ std::atomic<Logger*> Logger::sDebugLog;
 // the thread that holds its parent's.
 Logger::Lock::Lock() : mutex() {
     pthread_atfork([] { sMutex.mutex.lock(); }, [] { sMutex.mutex.unlock(); },
-                   [] {
-                       sMutex.mutex.~Mutex();
-                       new (&sMutex.mutex) Mutex;
-                   });
+                   [] { sys_mutex_init(sMutex.mutex.storage(), nullptr); });
 }
 
 void Logger::init(std::uint32_t level, std::uint32_t levelMask, std::uint32_t categoryMask,

@@ -178,6 +178,6 @@ int main(int argc, char** argv) {
     for (auto scenario = first; plan != nullptr && scenario != last; ++scenario) {
         right = everyFault(scenario->second, *plan) && right;
     }
-    (void)std::system("kill $(cat /tmp/server)");
+    right = std::system("kill $(cat /tmp/server)") == 0 && right;
     return right ? 0 : 1;
 }

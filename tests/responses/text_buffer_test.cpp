@@ -87,9 +87,9 @@ TEST(TextPart, EscapesEveryByteAtEveryPlace) {
 TEST(Formatters, GoOnAfterAKeyThatDoesNotFit) {
     MediaDBOutputGuard output(nullptr);
     TextBuffer entry = entryOf(*output.get());
-    entry.append(here(), std::string(kEntryLimit - 40, 'x'));
+    entry.append(here(), std::string(kEntryLimit, 'x'));
     const db_gumi gumi = {{1}};
-    EXPECT_EQ(formatGUMI(output.get(), kAllFields, "", &gumi, &gumi), HTTP_INTERNAL_ERROR);
+    EXPECT_EQ(formatGUMI(output.get(), kAllFields, ",", &gumi, &gumi), HTTP_INTERNAL_ERROR);
     EXPECT_EQ(entry.text(), ",\"pgumi\":\"01000000000000000000000000000000\"");
     EXPECT_TRUE(platform.logged("entry buff exceeded, media_formatters.cpp:"));
     EXPECT_EQ(formatContentInfo(output.get(), kAllFields, nullptr), HTTP_OK);

@@ -266,7 +266,7 @@ void Listing::addNote(const std::string& text) {
 }
 
 void Listing::end(const Json& summary) {
-    Json titles;
+    Json titles = Json::object();
     for (const Column& column : mColumns) {
         titles[column.key] = nullptr;
     }

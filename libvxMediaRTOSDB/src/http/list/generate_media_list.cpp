@@ -43,7 +43,6 @@ ListPlan planOf(const ListPieceQuery& piece) {
         plan.firstRequest.param1 = piece.from;
         plan.firstRequest.param2 = piece.to;
         plan.requestSize = sizeof plan.firstRequest;
-        plan.logsParameters = true;
     }
     plan.maxItems = piece.count;
     plan.asksForAsManyAgain = true;

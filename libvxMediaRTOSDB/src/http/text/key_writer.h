@@ -130,11 +130,12 @@ class KeyWriter {
 
     template <typename... Parts>
     void append(SourcePlace place, const Parts&... parts) {
-        if (!mPrefix.empty()) [[unlikely]] {
-            mEnd.append(place, mPrefix);
+        if (mPrefix.empty()) {
+            mEnd.append(place, parts...);
+        } else {
+            mEnd.append(place, mPrefix, parts...);
             mPrefix = {};
         }
-        mEnd.append(place, parts...);
         mFirst = false;
     }
 

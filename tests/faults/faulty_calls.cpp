@@ -53,6 +53,8 @@ __attribute__((constructor)) void readPlan() {
 // A function under its own name for the linker only: the system's declarations differ in detail.
 #define DEFINED_AS(name) __asm__(#name) __attribute__((visibility("default"), used))
 
+// Types, parameter lists and statements take no parentheses.
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define REAL(result, name, types) reinterpret_cast<result(*) types>(dlsym(RTLD_NEXT, #name))
 
 // onError: what happens instead of the call. real: the call, which onError may make as well.
@@ -90,6 +92,7 @@ __attribute__((constructor)) void readPlan() {
 #define STREAM(stream, value) \
     stream->_flags |= 0x20;   \
     GIVES(value)
+// NOLINTEND(bugprone-macro-parentheses)
 
 using V = void*;
 using S = const char*;

@@ -52,7 +52,7 @@ TEST(TextBuffer, KeepsItsLimit) {
 template <typename Part>
 std::string written(const Part& part) {
     char text[128];
-    const std::string result(text, write(text, part));
+    std::string result(text, write(text, part));
     EXPECT_EQ(result.size(), exactSize(part));
     return result;
 }

@@ -48,7 +48,8 @@ inline char* writeDecimal(char* place, uint64_t number) {
         return place + kDecimalStep;
     }
     const uint64_t digits = decimal::eightDigits(static_cast<uint32_t>(number));
-    const auto leadingZeros = static_cast<unsigned>(std::countr_zero(digits)) / 8;
+    constexpr uint64_t kLastDigit = uint64_t{1} << 56;  // is none of the leading ones
+    const auto leadingZeros = static_cast<unsigned>(std::countr_zero(digits | kLastDigit)) / 8;
     decimal::store(place, digits >> 8 * leadingZeros);
     return place + kDecimalStep - leadingZeros;
 }

@@ -64,6 +64,11 @@ int runBenchmarks(int argc, char** argv, const std::vector<Ratio>& ratios) {
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;
     }
+    // For who reads the times from --benchmark_out.
+    for (const Ratio& ratio : ratios) {
+        benchmark::AddCustomContext("goal of " + ratio.subject + " against " + ratio.baseline,
+                                    std::to_string(ratio.atMost));
+    }
     FastestKeeper times;
     benchmark::RunSpecifiedBenchmarks(&times);
     benchmark::Shutdown();

@@ -11,7 +11,6 @@
 #include "vtl/containers/teardown.h"
 #include "vtl/values/record.h"
 #include <mediacheckd/vtl/memory.h>
-#include <mediacheckd/vtl/string.h>
 
 namespace {
 
@@ -30,9 +29,9 @@ vtl_dict_entry* entryOf(const vtl_chain_node* node) {
     return node != nullptr ? static_cast<vtl_dict_entry*>(node->item) : nullptr;
 }
 
-bool hasText(const vtl_value* key, const char* text) {
-    char* own = nullptr;
-    return vtl_string_get(key, &own) == 0 && own != nullptr && std::strcmp(own, text) == 0;
+bool hasText(const vtl_value& key, const char* text) {
+    return key.type == VTL_TYPE_STRING && key.payload.text != nullptr &&
+           std::strcmp(key.payload.text, text) == 0;
 }
 
 // Only a text can be searched for. The walk ends at an entry that has no key.
@@ -46,7 +45,7 @@ vtl_chain_node* find(const vtl_value* dict, unsigned keyType, const char* key) {
         if (entry == nullptr || entry->key == nullptr) {
             return nullptr;
         }
-        if (hasText(entry->key, key)) {
+        if (hasText(*entry->key, key)) {
             return node;
         }
     }

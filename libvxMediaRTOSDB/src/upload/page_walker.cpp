@@ -26,12 +26,9 @@ struct Callbacks {
 
 using GumiText = std::array<char, 2 * kGumiSize + 1>;
 
-// Returns the text, or null when there is no GUMI.
-const char* writeGumi(const db_gumi* gumi, GumiText* text) {
-    if (!gumi) {
-        return nullptr;
-    }
-    const auto digits = hexDigits(std::span(gumi->bytes), HexCase::kUpper);
+// Returns the text.
+const char* writeGumi(const db_gumi& gumi, GumiText* text) {
+    const auto digits = hexDigits(std::span(gumi.bytes), HexCase::kUpper);
     *std::ranges::copy(digits, text->begin()).out = '\0';
     return text->data();
 }
@@ -119,8 +116,9 @@ zep_item_s describe(const ListItem& item, ItemTexts* texts, PageState& page) {
     terminate(record.file_name, &texts->fileName);
 
     zep_item_s zepItem = {};
-    zepItem.gumi = writeGumi(item.gumi, &texts->gumi);
-    zepItem.parent_gumi = writeGumi(item.parentGumi, &texts->parentGumi);
+    zepItem.gumi = item.gumi ? writeGumi(*item.gumi, &texts->gumi) : nullptr;
+    zepItem.parent_gumi =
+        item.parentGumi ? writeGumi(*item.parentGumi, &texts->parentGumi) : nullptr;
     zepItem.content_type = record.content_type;
     zepItem.upload_status = record.upload_status;
     zepItem.highlight = record.highlight_count;

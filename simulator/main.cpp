@@ -7,6 +7,7 @@
 #include "platform/host/settings_service.h"
 #include "platform/host/stop_signals.h"
 #include "simulator/card/input_error.h"
+#include "simulator/control/control.h"
 #include "simulator/exchanges/exchanges.h"
 #include "simulator/live/live_card.h"
 #include <mediacheckd/platform/csi.h>
@@ -19,7 +20,7 @@ constexpr int kExitWrongCall = 2;  // or a card that is none
 
 struct Arguments {
     std::string card;
-    std::vector<simulator::Fault> faults;
+    std::vector<std::string> faults;
     bool log = false;
 };
 
@@ -32,14 +33,15 @@ void describe(CLI::App& app, Arguments& arguments) {
            [&arguments](const std::vector<std::string>& texts) {
                for (const std::string& text : texts) {
                    try {
-                       arguments.faults.push_back(simulator::parseFault(text));
+                       arguments.faults.push_back(simulator::PlannedFault(text).text());
                    } catch (const std::invalid_argument& error) {
                        throw CLI::ValidationError("--fault", error.what());
                    }
                }
            },
-           "misbehave, on the N-th exchange or on every one: " + simulator::faultSyntax())
-        ->type_name("[N:]KIND[=VALUE]")
+           "misbehave, on the N-th exchange or where another condition holds, or on every one: " +
+               simulator::faultSyntax())
+        ->type_name("[CONDITION:]KIND[=VALUE]")
         ->allow_extra_args(false)
         ->take_all();
     app.set_version_flag("--version", "mediadb-sim " MEDIACHECKD_VERSION);
@@ -57,7 +59,10 @@ host::Settings settingsOf(const simulator::Database& database) {
 void serve(const Arguments& arguments) {
     const host::UniqueFd stop = host::openStopSignals();
     simulator::LiveCard card(arguments.card);
-    simulator::Exchanges exchanges(arguments.faults, arguments.log ? &std::cout : nullptr);
+    simulator::Exchanges exchanges(arguments.log ? &std::cout : nullptr);
+    for (const std::string& fault : arguments.faults) {
+        exchanges.add(fault);
+    }
     host::ChannelServer server;
     server.open(kDatabaseChannel, [&](simulator::Request request) {
         return exchanges.next(card.current(), request);
@@ -65,6 +70,9 @@ void serve(const Arguments& arguments) {
     server.open(host::kSettingsChannel, [&](simulator::Request request) {
         return host::Reply{
             .messages = {host::answerSettingRequest(settingsOf(card.current()), request)}};
+    });
+    server.open(simulator::kControlChannel, [&](simulator::Request request) {
+        return simulator::control(card, exchanges, request);
     });
     std::cout << "serving " << card.current().items().size() << " items of " << arguments.card
               << std::endl;

@@ -1,17 +1,24 @@
 #include "simulator/exchanges/exchanges.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "simulator/answers/answer.h"
 
 namespace simulator {
 
 host::Reply Exchanges::next(Database& database, Request request) {
+    const uint32_t command = requestHeader(request).command_type;
     ++mCount;
+    ++mCommands[commandName(command)];
     std::vector<Fault> faults;
-    std::ranges::copy_if(mFaults, std::back_inserter(faults), [this](const Fault& fault) {
-        return fault.exchange == 0 || fault.exchange == mCount;
-    });
+    for (auto& [number, planned] : mFaults) {
+        if (planned.happensOn(mCount, command)) {
+            faults.push_back(planned.fault());
+        }
+    }
+    mDisturbed += faults.empty() ? 0 : 1;
+
     host::Reply reply;
     if (std::ranges::all_of(faults, reachesDatabase)) {
         reply.messages = answer(database, request);
@@ -20,12 +27,17 @@ host::Reply Exchanges::next(Database& database, Request request) {
         applyFault(fault, request, reply);
     }
     if (mLog != nullptr) {
-        log(request, reply, faults.size());
+        log(request, reply, !faults.empty());
     }
     return reply;
 }
 
-void Exchanges::log(Request request, const host::Reply& reply, std::size_t faults) const {
+uint32_t Exchanges::add(std::string_view fault) {
+    mFaults.emplace(mFaultsAdded + 1, PlannedFault(fault, mCount));
+    return ++mFaultsAdded;
+}
+
+void Exchanges::log(Request request, const host::Reply& reply, bool disturbed) const {
     const uint32_t command = requestHeader(request).command_type;
     *mLog << mCount << ": command " << command << " (" << commandName(command) << "), "
           << request.size() << " bytes: ";
@@ -42,7 +54,7 @@ void Exchanges::log(Request request, const host::Reply& reply, std::size_t fault
     } else {
         *mLog << "reply of " << reply.messages.size() << " messages, " << bytes << " bytes";
     }
-    if (faults > 0) {
+    if (disturbed) {
         *mLog << ", disturbed";
     }
     *mLog << std::endl;

@@ -1,8 +1,9 @@
 #include "simulator/exchanges/fault.h"
 
 #include <algorithm>
-#include <charconv>
 #include <stdexcept>
+
+#include "simulator/exchanges/number.h"
 
 namespace simulator {
 
@@ -21,16 +22,6 @@ constexpr KindName kKinds[] = {
     {"delay", FaultKind::kDelay, "MS"},
 };
 
-uint32_t readNumber(std::string_view text, const char* what) {
-    uint32_t number = 0;
-    const auto [end, error] = std::from_chars(text.begin(), text.end(), number);
-    if (error != std::errc{} || end != text.end()) {
-        throw std::invalid_argument(std::string(what) + " '" + std::string(text) +
-                                    "' is no number");
-    }
-    return number;
-}
-
 // Changes a word of the message where the message reaches that far.
 template <typename Change>
 void changeWord(Message& message, std::size_t offset, Change change) {
@@ -44,16 +35,7 @@ void changeWord(Message& message, std::size_t offset, Change change) {
 
 }  // namespace
 
-Fault parseFault(std::string_view text) {
-    Fault fault{};
-    std::string_view kind = text;
-    if (const auto colon = text.find(':'); colon != std::string_view::npos) {
-        fault.exchange = readNumber(text.substr(0, colon), "exchange");
-        if (fault.exchange == 0) {
-            throw std::invalid_argument("exchanges count from 1");
-        }
-        kind = text.substr(colon + 1);
-    }
+Fault parseFault(std::string_view kind) {
     const auto equals = std::min(kind.find('='), kind.size());
     const auto* known = std::ranges::find(kKinds, kind.substr(0, equals), &KindName::name);
     if (known == std::end(kKinds)) {
@@ -64,9 +46,7 @@ Fault parseFault(std::string_view text) {
         throw std::invalid_argument(std::string(known->name) +
                                     (hasValue ? " takes no value" : " needs a value"));
     }
-    fault.kind = known->kind;
-    fault.value = hasValue ? readNumber(kind.substr(equals + 1), "value") : 0;
-    return fault;
+    return {known->kind, hasValue ? readNumber(kind.substr(equals + 1), "value") : 0};
 }
 
 std::string faultSyntax() {

@@ -22,13 +22,12 @@ enum class FaultKind {
 
 struct Fault {
     FaultKind kind;
-    uint32_t value = 0;     // what kStatus, kShort and kDelay need
-    uint32_t exchange = 0;  // the exchange it happens on, from 1; 0 for every one
+    uint32_t value = 0;  // what kStatus, kShort and kDelay need
 };
 
-// Reads [N:]KIND[=VALUE], such as "3:short=20" or "refuse"; N counts exchanges from 1.
+// Reads KIND[=VALUE], such as "short=20" or "refuse".
 // Throws std::invalid_argument that says what is wrong.
-[[nodiscard]] Fault parseFault(std::string_view text);
+[[nodiscard]] Fault parseFault(std::string_view kind);
 
 // The kinds with their values, for a help text.
 [[nodiscard]] std::string faultSyntax();

@@ -25,6 +25,11 @@ Database& LiveCard::current() {
     return mDatabase;
 }
 
+void LiveCard::setModelNumber(uint32_t number) {
+    mModelNumber = number;
+    mDatabase.modelNumber = number;
+}
+
 void LiveCard::readAnew() {
     mWatch = CardWatch(mCard);  // before the card is read: what changes meanwhile is not lost
     try {
@@ -34,6 +39,7 @@ void LiveCard::readAnew() {
             database.sessionId = mDatabase.sessionId + 1;
         }
         database.repeatStatusWrites(mDatabase);
+        database.modelNumber = mModelNumber ? mModelNumber : database.modelNumber;
         mDatabase = std::move(database);
     } catch (const InputError& error) {
         std::fprintf(stderr, "mediadb-sim: %s\n", error.what());

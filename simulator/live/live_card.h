@@ -1,7 +1,9 @@
 // A card folder that is served while it changes.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <optional>
 
 #include "platform/host/unique_fd.h"
 #include "simulator/card/database.h"
@@ -21,6 +23,9 @@ class LiveCard {
     // next call.
     [[nodiscard]] Database& current();
 
+    // From now on the camera's model number, whatever card.json says.
+    void setModelNumber(uint32_t number);
+
   private:
     void readAnew();
 
@@ -28,6 +33,7 @@ class LiveCard {
     host::UniqueFd mHangups;
     CardWatch mWatch;
     Database mDatabase;
+    std::optional<uint32_t> mModelNumber;
     uint32_t mSettledSession;  // of the card itself, as it was read last
 };
 

@@ -6,7 +6,6 @@
 
 namespace {
 
-using simulator::parseFault;
 using testing::HasSubstr;
 
 // The reply as words: its bytes, and status, count and token of its header, and what else it does.
@@ -42,7 +41,8 @@ TEST(Exchanges, happenAsTheFaultsSay) {
     for (const auto& [fault, reply, logged] : cases) {
         simulator::Database database;
         std::ostringstream log;
-        simulator::Exchanges exchanges({parseFault(fault)}, &log);
+        simulator::Exchanges exchanges(&log);
+        exchanges.add(fault);
         (void)exchanges.next(database, std::as_bytes(std::span(request)));
         EXPECT_EQ(summary(exchanges.next(database, std::as_bytes(std::span(request)))), reply)
             << fault;

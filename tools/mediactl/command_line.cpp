@@ -74,6 +74,11 @@ Command& Command::argument(const char* name, std::string* value, const Form& for
     return *this;
 }
 
+Command& Command::arguments(const char* name, std::vector<std::string>* values, const char* help) {
+    mApp.add_option(name, *values, help)->required()->type_name("");
+    return *this;
+}
+
 CommandLine::CommandLine()
     : mApp(std::make_unique<CLI::App>(
           "Ask the camera's media database and wait for the result of its check.", "mediactl")) {

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "tools/mediactl/argument_forms.h"
 #include "tools/mediactl/failure.h"
@@ -42,6 +43,8 @@ class Command {
     // Arguments are required and stand in the order in which they are added.
     Command& argument(const char* name, uint32_t* value, const char* help);
     Command& argument(const char* name, std::string* value, const Form& form, const char* help);
+    // All that follow; at least one.
+    Command& arguments(const char* name, std::vector<std::string>* values, const char* help);
 
   private:
     CLI::App& mApp;
@@ -74,5 +77,6 @@ void addScanCommands(CommandLine& line);       // scan
 void addMediaListCommands(CommandLine& line);  // count, candidates, upload-status
 void addModelCommands(CommandLine& line);      // model
 void addResponseCommands(CommandLine& line);   // medialist, metadata, paged
+void addSimulatorCommand(CommandLine& line);   // sim
 
 }  // namespace mediactl

@@ -62,6 +62,10 @@ Words logLevels() {
     return levels;
 }
 
+Words simulatorWords() {
+    return {"statistics", "faults", "fault", "heal", "session", "model-number", "status"};
+}
+
 // What the help calls a value, and which ones there are. The shell itself knows its files.
 constexpr struct {
     const char* placeholder;
@@ -70,6 +74,7 @@ constexpr struct {
     {"DIR/FILE", cardFiles},
     {"DIR", cardDirectories},
     {"LEVEL", logLevels},
+    {"WORD", simulatorWords},
 };
 
 Words valuesOf(const std::string& placeholder) {

@@ -25,6 +25,7 @@ int run(int argc, char** argv) {
     addMediaListCommands(line);
     addModelCommands(line);
     addResponseCommands(line);
+    addSimulatorCommand(line);
     const int status = line.run(argc, argv);
     hideProgress();
     if (std::fflush(stdout) != 0 || std::ferror(stdout)) {

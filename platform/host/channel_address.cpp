@@ -2,21 +2,27 @@
 
 #include <sys/socket.h>
 
-#include <cstring>
+#include <cstdlib>
 
 namespace host {
 
+const char* channelFolder() noexcept {
+    const char* const named = secure_getenv(kChannelFolderVariable);
+    return named != nullptr && *named != '\0' ? named : kChannelFolder;
+}
+
 std::optional<sockaddr_un> channelAddress(std::string_view channel) noexcept {
+    const std::string_view folder = channelFolder();
+    sockaddr_un address{};
     if (channel.empty() || channel.size() > kChannelNameMax ||
+        folder.size() + channel.size() + 2 > sizeof(address.sun_path) ||
         channel.find_first_of(std::string_view("/\0", 2)) != std::string_view::npos) {
         return std::nullopt;
     }
-    sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    constexpr std::size_t folderLength = sizeof(kChannelFolder) - 1;
-    std::memcpy(address.sun_path, kChannelFolder, folderLength);
-    address.sun_path[folderLength] = '/';
-    std::memcpy(address.sun_path + folderLength + 1, channel.data(), channel.size());
+    folder.copy(address.sun_path, folder.size());
+    address.sun_path[folder.size()] = '/';
+    channel.copy(address.sun_path + folder.size() + 1, channel.size());
     return address;
 }
 

@@ -58,13 +58,14 @@ void requireTrusted(int checked, const std::string& path) {
 // Makes the folder where it is missing and locks it, so that of two servers that find the same
 // dead socket only one takes its place. The lock goes with the descriptor.
 UniqueFd lockFolder() {
-    if (mkdir(kChannelFolder, S_IRWXU) != 0 && errno != EEXIST) {
-        failWith(errno, kChannelFolder);
+    const char* const path = channelFolder();
+    if (mkdir(path, S_IRWXU) != 0 && errno != EEXIST) {
+        failWith(errno, path);
     }
-    requireTrusted(checkTrusted(kChannelFolder, S_IFDIR), kChannelFolder);
-    UniqueFd folder(::open(kChannelFolder, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    requireTrusted(checkTrusted(path, S_IFDIR), path);
+    UniqueFd folder(::open(path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     if (folder.get() < 0 || flock(folder.get(), LOCK_EX) != 0) {
-        failWith(errno, kChannelFolder);
+        failWith(errno, path);
     }
     return folder;
 }
@@ -111,7 +112,8 @@ ChannelServer::~ChannelServer() {
 void ChannelServer::open(std::string_view channel, RequestHandler handler) {
     const auto address = channelAddress(channel);
     if (!address) {
-        fail(std::string(channel), "is no channel name");
+        fail(std::string(channelFolder()).append("/").append(channel),
+             "is no path of a channel: it is too long, or the name is none");
     }
     const UniqueFd locked = lockFolder();
     removeDeadSocket(*address);

@@ -55,6 +55,24 @@ TEST(ChannelServer, takesTheChannelOnlyWhenNobodyServesIt) {
     EXPECT_TRUE(opens());
 }
 
+TEST(ChannelServer, livesInTheFolderThatTheEnvironmentNames) {
+    const ChannelThread usual(kChannel, echo);
+    for (const auto& [folder, good] : {std::pair(std::string("/tmp/elsewhere"), true),
+                                       std::pair("/tmp/" + std::string(100, 'x'), false)}) {
+        setenv(host::kChannelFolderVariable, folder.c_str(), 1);
+        EXPECT_LT(Client(kChannel).opened, 0) << "nobody is there yet";
+        host::ChannelServer server;
+        if (good) {
+            EXPECT_NO_THROW(server.open(kChannel, echo));
+        } else {
+            EXPECT_THROW(server.open(kChannel, echo), std::runtime_error);
+        }
+        EXPECT_EQ(Client(kChannel).opened == 0, good);
+    }
+    unsetenv(host::kChannelFolderVariable);
+    EXPECT_EQ(Client(kChannel).exchange("usual"), "usual");
+}
+
 TEST(ChannelServer, servesManyConnectionsWhoeverReadsSlowly) {
     constexpr size_t kFlood = 400;
     const ChannelThread server(kChannel, [](std::span<const std::byte> request) {

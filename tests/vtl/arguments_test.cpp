@@ -74,7 +74,9 @@ TEST(Arguments, EveryNullAndEveryWrongTypeGivesOne) {
     EXPECT_EQ(shown(l) + shown(s) + shown(d) + shown(n) + shown(t), "[1][1]{k=1}7text");
     EXPECT_EACH(0, vtl_value_get_text(t, &p), vtl_value_get_any(t, &e), vtl_value_get_dict(d, &e),
                 vtl_value_get_list(l, &e), vtl_value_get_stack(s, &e), vtl_int_deinit(null),
-                vtl_bool_clear(null), vtl_list_serialize_json());
+                vtl_bool_clear(null), vtl_list_serialize_json(), vtl_list_serialize_xml(),
+                vtl_dict_serialize_json(), vtl_dict_serialize_xml(), vtl_stack_serialize_json(),
+                vtl_stack_serialize_xml());
     for (const unsigned type : {0U, 1U, 2U, 3U, 4U, 5U, 6U, 8U, 12U}) {
         EXPECT_EQ(vtl_value_create(type, null, null), null) << type;
     }

@@ -141,7 +141,10 @@ TEST(Stack, HandsOutWhatItPopsAndPrintsWhatItHolds) {
     EXPECT_THAT(lengths, testing::ElementsAre(77, 100));
     EXPECT_EQ(printed(vtl_stack_dump, s), "0 0: 3\n1: " + std::string(74, 'x') + "\n2: 4\n3: \n");
     EXPECT_EACH(0, vtl_stack_peek(s, 0, &top), vtl_stack_pop(s, VTL_TYPE_INT, &number, nullptr),
-                vtl_destroy(top), vtl_stack_pop(s, VTL_TYPE_ANY, &top, nullptr), vtl_destroy(top),
+                vtl_destroy(top),
+                vtl_chain_insert_item_before(s->payload.chain, s->payload.chain->head, nullptr),
+                vtl_stack_pop(s, VTL_TYPE_INT, &number, nullptr),
+                vtl_stack_pop(s, VTL_TYPE_ANY, &top, nullptr), vtl_destroy(top),
                 vtl_stack_pop(s, VTL_TYPE_ANY, &top, nullptr), number - 3);
     EXPECT_EQ(shown(Value(top)), "4");
     EXPECT_EACH(0, vtl_stack_peek(s, 0, &top), vtl_deinit(s));
@@ -190,6 +193,7 @@ TEST(Copies, ShareTheChainWhenShallowAndNothingWhenDeep) {
         const Value source(vtl_value_create(type, nullptr, nullptr));
         const Value deep(vtl_value_create(type, nullptr, nullptr));
         vtl_value* const shallow = vtl_value_create(type, nullptr, nullptr);
+        unsigned size = 0;
         EXPECT_EACH(0, add(source, "a"), vtl_deepcopy(source, deep), vtl_copy(source, shallow),
                     vtl_copy(source, shallow), vtl_copy(source, source), add(shallow, "b"));
         EXPECT_EACH(1, vtl_deepcopy(source, shallow), vtl_deepcopy(source, source))
@@ -202,7 +206,8 @@ TEST(Copies, ShareTheChainWhenShallowAndNothingWhenDeep) {
         if (isDict) {
             EXPECT_EACH(0, vtl_deinit(shallow), vtl_value_compare(source, shallow) != 33,
                         vtl_init(shallow), add(shallow, "c"), vtl_clear(shallow), vtl_init(shallow),
-                        vtl_deinit(shallow));
+                        vtl_deinit(shallow), vtl_copy(shallow, deep), vtl_size(source, &size));
+            EXPECT_EACH(1, vtl_size(deep, &size), vtl_dict_copy(Value(vtl_list_create()), deep));
         }
         vtl_free(shallow);
     }
@@ -250,7 +255,9 @@ TEST(Containers, LetGoOfWhatIsStillLookedAt) {
     vtl_list_append_int(list, 1);
     vtl_list_get_element(list, 0, &element);
     element->ops.destroy = destroyAndLook;
-    EXPECT_EACH(0, vtl_list_remove(list, 0), vtl_dict_set_int(dict, "key", 1),
+    EXPECT_EACH(0, vtl_list_remove(list, 0),
+                vtl_chain_insert_item_after(list->payload.chain, nullptr, nullptr),
+                vtl_list_remove(list, 0), vtl_dict_set_int(dict, "key", 1),
                 vtl_dict_get_any(dict, "key", &element));
     element->ops.destroy = destroyAndLook;
     EXPECT_EACH(0, vtl_dict_set_int(dict, "key", 2), vtl_dict_get_any(dict, "key", &element));

@@ -32,10 +32,10 @@ int releaseChain(vtl_value* value, unsigned type) {
 }
 
 int shareChain(const vtl_value* source, vtl_value* destination, const ContainerType& type) {
-    vtl_chain* chain = chainOf(source, type.code);
-    if (chain == nullptr || destination == nullptr) {
+    if (!isOf(source, type.code) || destination == nullptr) {
         return 1;
     }
+    vtl_chain* chain = source->payload.chain;
     if (!refersTo(destination, chain)) {
         vtl_deinit(destination);
         become(destination, type.code, type.operations);

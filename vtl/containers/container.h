@@ -40,8 +40,8 @@ int initContainer(vtl_value* value, const ContainerType& type);
 int releaseChain(vtl_value* value, unsigned type);
 
 // Makes the destination a container of the type, as the source is, that refers to the source's
-// chain without owning it. Changes nothing when it does so already. Returns 1 for a source
-// without a chain or a null destination.
+// chain, or to none as it does, without owning it. Changes nothing when it does so already.
+// Returns 1 for a source of another type or a null destination.
 int shareChain(const vtl_value* source, vtl_value* destination, const ContainerType& type);
 
 // Adds a deep copy of each item of the source to a container of the type that is empty. When one

@@ -112,12 +112,10 @@ int vtl_list_get_element(const vtl_value* list, int index, vtl_value** out) {
 }
 
 int vtl_list_remove(vtl_value* list, int index) {
-    vtl_value* element = vtl::takeElement(elementsOf(list), index);
-    if (element == nullptr) {
-        return 1;
-    }
+    vtl_value* element = nullptr;
+    const int result = vtl::takeElement(elementsOf(list), index, &element);
     vtl_destroy(element);
-    return 0;
+    return result;
 }
 
 int vtl_list_clear(vtl_value* list) {
@@ -135,7 +133,7 @@ int vtl_list_destroy(vtl_value* list) {
 }
 
 int vtl_list_copy(const vtl_value* source, vtl_value* destination) {
-    return vtl::shareChain(source, destination, vtl::kListType);
+    return elementsOf(source) != nullptr ? vtl::shareChain(source, destination, vtl::kListType) : 1;
 }
 
 int vtl_list_deepcopy(const vtl_value* source, vtl_value* destination) {

@@ -50,14 +50,13 @@ int convertElement(const vtl_chain* chain, int index, unsigned target, void* out
     return 0;
 }
 
-vtl_value* takeElement(vtl_chain* chain, int index) {
+int takeElement(vtl_chain* chain, int index, vtl_value** element) {
     vtl_chain_node* node = nodeAt(chain, index);
     if (node == nullptr) {
-        return nullptr;
+        return 1;
     }
-    auto* element = static_cast<vtl_value*>(node->item);
-    vtl_chain_unlink(chain, node);
-    return element;
+    *element = static_cast<vtl_value*>(node->item);
+    return vtl_chain_unlink(chain, node);
 }
 
 int clearElements(vtl_chain* chain) {

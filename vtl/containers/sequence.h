@@ -16,8 +16,8 @@ int appendElement(vtl_chain* chain, unsigned type, const void* value);
 // Converts the element at the index into out, whatever comes of the conversion.
 int convertElement(const vtl_chain* chain, int index, unsigned target, void* out, void* extra);
 
-// Takes the element at the index off the chain; null when there is none.
-[[nodiscard]] vtl_value* takeElement(vtl_chain* chain, int index);
+// Takes the node at the index off the chain and stores its element. Returns 1 when there is none.
+[[nodiscard]] int takeElement(vtl_chain* chain, int index, vtl_value** element);
 
 // Destroys all elements; the chain stays, empty.
 int clearElements(vtl_chain* chain);

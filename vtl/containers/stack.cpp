@@ -132,14 +132,16 @@ int vtl_stack_get_any(const vtl_value* stack, int index, vtl_value** out) {
 }
 
 int vtl_stack_pop(vtl_value* stack, unsigned target, void* out, void* extra) {
-    if (vtl_stack_get(stack, kTop, target, out, extra) != 0) {
+    if (out == nullptr) {
         return 1;
     }
+    vtl_stack_get(stack, kTop, target, out, extra);
     return vtl_stack_remove(stack, kTop);
 }
 
 int vtl_stack_remove(vtl_value* stack, int index) {
-    return vtl::takeElement(elementsOf(stack), index) != nullptr ? 0 : 1;
+    vtl_value* element = nullptr;
+    return vtl::takeElement(elementsOf(stack), index, &element);
 }
 
 int vtl_stack_peek(const vtl_value* stack, int index, vtl_value** out) {
@@ -168,7 +170,8 @@ int vtl_stack_destroy(vtl_value* stack) {
 }
 
 int vtl_stack_copy(const vtl_value* source, vtl_value* destination) {
-    return vtl::shareChain(source, destination, vtl::kStackType);
+    return elementsOf(source) != nullptr ? vtl::shareChain(source, destination, vtl::kStackType)
+                                         : 1;
 }
 
 int vtl_stack_deepcopy(const vtl_value* source, vtl_value* destination) {

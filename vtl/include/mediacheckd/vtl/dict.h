@@ -19,7 +19,7 @@ extern "C" {
 // The item of a dict's chain node. Key and value belong to the entry.
 typedef struct vtl_dict_entry {
     vtl_value* key;
-    vtl_value* value;  // null after a set of an existing key that found no memory
+    vtl_value* value;  // null after a failed set of an existing key
 } vtl_dict_entry;
 
 // Returns a new empty dict, which the caller destroys, or null.
@@ -83,7 +83,8 @@ int vtl_dict_destroy(vtl_value* dict);
 
 // Runs the deinit slot of the destination, a dict too, and makes it share the source's chain
 // without owning it: both see and change the same entries, only an owner releases them, and the
-// copy must not be used after that. A destination that shares the chain already stays as it is.
+// copy must not be used after that. The copy of a dict without a chain has none either. A
+// destination that shares the chain already stays as it is.
 int vtl_dict_copy(const vtl_value* source, vtl_value* destination);
 
 // Runs the destination's deinit slot and makes it a dict with deep copies of all entries that

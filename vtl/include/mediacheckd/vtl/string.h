@@ -20,7 +20,7 @@ vtl_value* vtl_string_create(void);
 // no text when text is null or memory suffices for the record alone.
 vtl_value* vtl_string_create_from(const char* text);
 
-// Releases the old text, then keeps a copy of the new one, which must not lie in the old one.
+// Keeps a copy of the text, which may lie in the old one, and releases the old one.
 // 1 also when memory does not suffice; the string then has no text.
 int vtl_string_set(vtl_value* value, const char* text);
 

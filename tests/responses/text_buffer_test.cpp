@@ -5,7 +5,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <utility>
 
+#include "libvxMediaRTOSDB/src/http/response/http_output.h"
 #include "libvxMediaRTOSDB/src/http/text/media_db_output_guard.h"
 #include "libvxMediaRTOSDB/src/http/text/text_buffer.h"
 #include "tests/responses/produced_response.h"
@@ -66,6 +68,27 @@ TEST(TextPart, WritesEveryLengthOfNumber) {
                       std::to_string(static_cast<int32_t>(number)));
         }
     }
+}
+
+std::string gTaken;
+
+ssize_t takeButWhatIsLost(void*, const char* text, size_t size) {
+    const std::string_view taken(text, size);
+    gTaken += taken.starts_with("lost") ? "" : taken;
+    return taken.starts_with("lost") ? 0 : static_cast<ssize_t>(size);
+}
+
+TEST(HttpOutput, EndsWhereItCouldNotBeWritten) {
+    FILE* const whole = std::exchange(
+        stdout, fopencookie(nullptr, "w", {nullptr, takeButWhatIsLost, nullptr, nullptr}));
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
+    printText("lost before it begins");
+    printHeader(HTTP_OK);
+    printText("begun");
+    printText("lost");
+    printText("behind it");
+    std::fclose(std::exchange(stdout, whole));
+    EXPECT_TRUE(gTaken.ends_with("\r\n\r\nbegun")) << gTaken;
 }
 
 TEST(TextPart, EscapesEveryByteAtEveryPlace) {

@@ -6,13 +6,16 @@
 #include <mediacheckd/vxMediaRTOSDB/http_status.h>
 
 void printHeader(int status) {
+    std::clearerr(stdout);
     std::printf("HTTP/1.1 %d \r\n", status);
     std::printf("Content-Type: application/json\r\n");
     std::printf("\r\n");
 }
 
 void printText(std::string_view text) {
-    std::fwrite(text.data(), 1, text.size(), stdout);
+    if (std::ferror(stdout) == 0) {
+        std::fwrite(text.data(), 1, text.size(), stdout);
+    }
 }
 
 void printJsonText(std::string_view text) {

@@ -7,6 +7,8 @@
 // Prints status line, content type and the blank line that ends the header.
 void printHeader(int status);
 
+// Prints a part of the body. A response that could not be written as far as here ends there: a
+// reader sees that it is cut, and never one that lacks a part.
 void printText(std::string_view text);
 
 // Prints a text with quotes, backslashes and control bytes escaped.

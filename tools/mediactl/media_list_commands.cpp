@@ -5,11 +5,11 @@
 #include <optional>
 
 #include "simulator/card/input_error.h"
+#include "simulator/card/input_file.h"
 #include "tools/mediactl/argument_forms.h"
 #include "tools/mediactl/command_line.h"
 #include "tools/mediactl/engine_log.h"
 #include "tools/mediactl/exchange_watch.h"
-#include "tools/mediactl/input_file.h"
 #include "tools/mediactl/output.h"
 #include "tools/mediactl/progress.h"
 #include "tools/mediactl/rules_file.h"
@@ -51,7 +51,7 @@ std::optional<std::string> readOrder(const std::string& path) {
     if (path.empty()) {
         return std::nullopt;
     }
-    std::ifstream file = openInput(path);
+    std::ifstream file = simulator::openInput(path);
     std::string document(std::istreambuf_iterator<char>(file), {});
     if (std::unique_ptr<Comparinator>(create(document.c_str())) == nullptr) {
         throw simulator::InputError(path + ": not a sort-rules document");

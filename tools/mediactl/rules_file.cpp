@@ -4,8 +4,8 @@
 #include <array>
 #include <limits>
 
+#include "simulator/card/input_file.h"
 #include "simulator/card/json_place.h"
-#include "tools/mediactl/input_file.h"
 
 namespace mediactl {
 
@@ -103,7 +103,7 @@ UploadRule readRule(const JsonPlace& place) {
 }  // namespace
 
 std::vector<UploadRule> readRules(const std::string& path) {
-    std::ifstream file = openInput(path);
+    std::ifstream file = simulator::openInput(path);
     const nlohmann::json document = simulator::readJson(file, path);
     std::vector<UploadRule> rules;
     bool found = false;

@@ -1,19 +1,19 @@
-#include "tools/mediactl/input_file.h"
+#include "simulator/card/input_file.h"
 
 #include <cerrno>
 #include <cstring>
 
 #include "simulator/card/input_error.h"
 
-namespace mediactl {
+namespace simulator {
 
 std::ifstream openInput(const std::string& path) {
     std::ifstream file(path);
     // A folder opens, but gives nothing.
     if (!file || (file.peek(), file.bad())) {
-        throw simulator::InputError(path + ": " + std::strerror(errno));
+        throw InputError(path + ": " + std::strerror(errno));
     }
     return file;
 }
 
-}  // namespace mediactl
+}  // namespace simulator

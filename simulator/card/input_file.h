@@ -4,9 +4,9 @@
 #include <fstream>
 #include <string>
 
-namespace mediactl {
+namespace simulator {
 
-// Opens a file for reading. Throws simulator::InputError: file, reason.
+// Opens a file for reading. Throws InputError: file, reason.
 [[nodiscard]] std::ifstream openInput(const std::string& path);
 
-}  // namespace mediactl
+}  // namespace simulator

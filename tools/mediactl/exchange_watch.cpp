@@ -40,8 +40,10 @@ struct Watch {
     std::optional<Failure> wrong;   // the first answer that was no good
     db_request_header request{};
     bool awaitsAnswer = false;
-    bool holds = false;         // the latest request, which is not sent
-    size_t entriesAwaited = 0;  // of a scan
+    bool holds = false;               // the latest request, which is not sent
+    size_t entriesAwaited = 0;        // of a scan
+    std::optional<uint32_t> session;  // of the latest page of a list
+    bool changed = false;             // the card, between two pages
 };
 
 Watch watch;
@@ -184,10 +186,12 @@ void dump(const char* direction, std::span<const uint8_t> message) {
     std::fputs("\n", stderr);
 }
 
-// A page of a list tells how many items there are.
-void noteProgress(std::span<const uint8_t> answer) {
+// A page of a list tells how many items there are, and in which session.
+void readPage(std::span<const uint8_t> answer) {
     const auto page = wordsReceived<db_list_response_header>(answer);
-    if (watch.request.command_type == DB_CMD_LIST && watch.request.request_count > 1) {
+    watch.changed = watch.changed || (watch.session && watch.session != page.session_id);
+    watch.session = page.session_id;
+    if (watch.request.request_count > 1) {
         noteItems(page.start_index + page.header.count_returned, page.total_entries);
     }
 }
@@ -232,8 +236,17 @@ std::optional<Failure> exchangeTrouble() {
 }
 
 int failExchange(const std::string& unseen) {
-    return fail(exchangeTrouble().value_or(
-        Failure{"unusable", unseen, "--log-level 6 shows the answer's bytes"}));
+    if (const std::optional<Failure> seen = exchangeTrouble()) {
+        return fail(*seen);
+    }
+    if (watch.changed) {
+        return failChanged();
+    }
+    return fail(Failure{"unusable", unseen, "--log-level 6 shows the answer's bytes"});
+}
+
+int failChanged() {
+    return fail(Failure{"changed", "the card has changed meanwhile", "try again"});
 }
 
 }  // namespace mediactl
@@ -290,6 +303,8 @@ int watchedReceive(vxIpcEndpoint* endpoint, void* buffer, int size) {
     if (watch.request.command_type == DB_CMD_NON_DB_SCANDIR && !watch.wrong) {
         readScan(message);
     }
-    noteProgress(message);
+    if (watch.request.command_type == DB_CMD_LIST && !watch.wrong) {
+        readPage(message);
+    }
     return received;
 }

@@ -22,8 +22,12 @@ void forgetExchanges();
 // to when it brought no answer. None where a later try brought one.
 [[nodiscard]] std::optional<Failure> exchangeTrouble();
 
-// Fails with the trouble that was seen, or with what the caller knows where none was.
+// Fails with the trouble that was seen, with a change of the card between two pages, or with what
+// the caller knows where neither was.
 // unseen: such as "the answer names no file".
 [[nodiscard]] int failExchange(const std::string& unseen);
+
+// Fails because a list's pages are of two sessions.
+[[nodiscard]] int failChanged();
 
 }  // namespace mediactl

@@ -114,7 +114,7 @@ int items(const ItemOptions& options) {
             status =
                 failExchange("the page from item " + std::to_string(index) + " on cannot be read");
         } else if (listing.printPage(); listed != 0 && pageSession != session) {
-            status = fail("the database changed before item %u; list it again", index);
+            status = failChanged();
         } else if (listing.count() == listed && index < total) {
             status = fail("the database delivers no item %u, but has %u items", index, total);
         }

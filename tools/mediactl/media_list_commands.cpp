@@ -107,7 +107,7 @@ int walk(ZEPMediaList& list, std::vector<UploadRule>& rules, uint32_t limit, int
             break;
         }
         if (result == ZEPMediaList::kSessionChanged) {
-            return fail("the database has changed; list it again");
+            return failChanged();
         }
         if (result != ZEPMediaList::kItem) {
             return failed();

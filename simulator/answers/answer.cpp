@@ -52,4 +52,10 @@ std::string_view commandName(uint32_t command) {
     return known == nullptr ? "unknown command" : known->name;
 }
 
+std::string requestName(Request request) {
+    const uint32_t command = requestHeader(request).command_type;
+    return "command " + std::to_string(command) + " (" + std::string(commandName(command)) + "), " +
+           std::to_string(request.size()) + " bytes";
+}
+
 }  // namespace simulator

@@ -62,6 +62,17 @@ void appendRecord(Message& message, const Record& record) {
     appendBytes(message, std::as_bytes(std::span(&record, 1)));
 }
 
+// Changes a word of the message where the message reaches that far.
+template <typename Change>
+void changeWord(Message& message, std::size_t offset, Change change) {
+    u32le word;
+    if (message.size() >= offset + sizeof(word)) {
+        std::memcpy(&word, message.data() + offset, sizeof(word));
+        word = change(word);
+        std::memcpy(message.data() + offset, &word, sizeof(word));
+    }
+}
+
 // A response without entries, or the start of one with count of them.
 [[nodiscard]] inline db_response_header responseHeader(const db_request_header& request,
                                                        DbStatus status, uint32_t count = 0) {

@@ -38,9 +38,7 @@ uint32_t Exchanges::add(std::string_view fault) {
 }
 
 void Exchanges::log(Request request, const host::Reply& reply, bool disturbed) const {
-    const uint32_t command = requestHeader(request).command_type;
-    *mLog << mCount << ": command " << command << " (" << commandName(command) << "), "
-          << request.size() << " bytes: ";
+    *mLog << mCount << ": " << requestName(request) << ": ";
     std::size_t bytes = 0;
     for (const Message& message : reply.messages) {
         bytes += message.size();

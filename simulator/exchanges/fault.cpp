@@ -22,17 +22,6 @@ constexpr KindName kKinds[] = {
     {"delay", FaultKind::kDelay, "MS"},
 };
 
-// Changes a word of the message where the message reaches that far.
-template <typename Change>
-void changeWord(Message& message, std::size_t offset, Change change) {
-    u32le word;
-    if (message.size() >= offset + sizeof(word)) {
-        std::memcpy(&word, message.data() + offset, sizeof(word));
-        word = change(word);
-        std::memcpy(message.data() + offset, &word, sizeof(word));
-    }
-}
-
 }  // namespace
 
 Fault parseFault(std::string_view kind) {

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "tools/mediactl/completion.h"
+#include "tools/mediactl/exchange_recording.h"
 #include "tools/mediactl/exchange_watch.h"
 #include "tools/mediactl/output.h"
 #include <mediacheckd/vxMediaRTOSDB/util_log.h>
@@ -101,6 +102,11 @@ void CommandLine::addToolOptions() {
         ->check(CLI::Range(0, 6).description(""))
         ->type_name("LEVEL")
         ->capture_default_str();
+    mApp->add_option(
+            "--record", mRecording,
+            "Write a line for each exchange to the file, which mediadb-sim --replay answers "
+            "from")
+        ->type_name("FILE");
     mApp->set_version_flag("--version", "mediactl " MEDIACHECKD_VERSION);
     mApp->require_subcommand(0, 1);
 }
@@ -139,7 +145,10 @@ int CommandLine::run(int argc, char** argv) {
         g_logLevel = UTIL_LOG_INFO;
         dumpExchanges();
     }
-    return mRun();
+    const int begun = mRecording.empty() ? kDone : recordExchanges(mRecording);
+    const int status = begun == kDone ? mRun() : begun;
+    const int recorded = finishRecording();
+    return status == kDone ? recorded : status;
 }
 
 }  // namespace mediactl

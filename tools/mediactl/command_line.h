@@ -66,6 +66,7 @@ class CommandLine {
 
     std::unique_ptr<CLI::App> mApp;
     std::function<int()> mRun;
+    std::string mRecording;  // its file; empty for none
 };
 
 void addDoctorCommand(CommandLine& line);      // doctor

@@ -5,11 +5,12 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <set>
+#include <map>
 #include <span>
 #include <string_view>
 
 #include "libvxMediaRTOSDB/src/records/record_reader.h"
+#include "tools/mediactl/exchange_recording.h"
 #include "tools/mediactl/interruption.h"
 #include "tools/mediactl/progress.h"
 #include <mediacheckd/platform/vxipc.h>
@@ -51,26 +52,46 @@ Watch watch;
 std::optional<uint32_t> heldWrites;  // how many status writes were held back
 bool dumpsBytes = false;
 
-// Endpoints of other channels: a platform may ask its settings service on one.
-std::set<const vxIpcEndpoint*> others;
-
-void noteChannel(const vxIpcEndpoint* endpoint, const char* channel) {
-    if (channel == kChannel) {
-        others.erase(endpoint);
-    } else {
-        others.insert(endpoint);
-    }
+// Only the host's results are known to be those of errno.
+int errorOf(int result) {
+    return MEDIACTL_RESULTS_ARE_ERRNO ? -result : 0;
 }
 
+bool isClosed(int result) {
+    return errorOf(result) == EPIPE || errorOf(result) == ECONNRESET;
+}
+
+// The channel of each endpoint: a platform may ask its settings service on one of its own.
+std::map<const vxIpcEndpoint*, std::string> channels;
+
 bool isOther(const vxIpcEndpoint* endpoint) {
-    return others.contains(endpoint);
+    return channels[endpoint] != kChannel;
+}
+
+int sendRecorded(vxIpcEndpoint* endpoint, const void* message, int length) {
+    const int result = realSend(endpoint, message, length);
+    if (result >= 0) {
+        recordRequest(channels[endpoint], std::span(static_cast<const std::byte*>(message),
+                                                    static_cast<size_t>(length)));
+    }
+    return result;
+}
+
+int receiveRecorded(vxIpcEndpoint* endpoint, void* buffer, int size) {
+    const int result = realReceive(endpoint, buffer, size);
+    if (result >= 0) {
+        recordMessage(
+            std::span(static_cast<const std::byte*>(buffer), static_cast<size_t>(result)));
+    } else if (isClosed(result)) {
+        recordClose();
+    }
+    return result;
 }
 
 enum class Step { kOpen, kSend, kReceive };
 
 Failure brokenAt(Step step, int result) {
-    // Only the host's results are known to be those of errno.
-    switch (MEDIACTL_RESULTS_ARE_ERRNO ? -result : 0) {
+    switch (errorOf(result)) {
         case ENOENT:
             return {"no_channel", "there is no channel \"rtos_media_db\"", kStart};
         case ECONNREFUSED:
@@ -78,11 +99,11 @@ Failure brokenAt(Step step, int result) {
         case EACCES:
             return {"not_allowed", "the channel \"rtos_media_db\" is another user's",
                     "be the user who runs the database, or let root run it"};
-        case EPIPE:
-        case ECONNRESET:
-            return {"closed", "the database closes the connection without an answer", kLookAtLog};
         default:
             break;
+    }
+    if (isClosed(result)) {
+        return {"closed", "the database closes the connection without an answer", kLookAtLog};
     }
     const Json details = {{"result", result}};
     if (step == Step::kReceive) {
@@ -255,7 +276,7 @@ using namespace mediactl;
 
 int watchedInit(const char* channel, vxIpcEndpoint* endpoint) {
     const int result = realInit(channel, endpoint);
-    noteChannel(endpoint, channel);
+    channels[endpoint] = channel;
     if (result < 0 && !isOther(endpoint)) {
         watch.broken = brokenAt(Step::kOpen, result);
     }
@@ -264,7 +285,7 @@ int watchedInit(const char* channel, vxIpcEndpoint* endpoint) {
 
 int watchedSend(vxIpcEndpoint* endpoint, const void* message, int length) {
     if (isOther(endpoint)) {
-        return realSend(endpoint, message, length);
+        return sendRecorded(endpoint, message, length);
     }
     endIfInterrupted();
     noteExchange();
@@ -273,7 +294,7 @@ int watchedSend(vxIpcEndpoint* endpoint, const void* message, int length) {
     watch.request = wordsReceived<db_request_header>(request);
     watch.awaitsAnswer = true;
     watch.holds = heldWrites && watch.request.command_type == DB_CMD_WRITE_UPLOAD_STATUS;
-    const int result = watch.holds ? 0 : realSend(endpoint, message, length);
+    const int result = watch.holds ? 0 : sendRecorded(endpoint, message, length);
     if (result < 0) {
         watch.broken = brokenAt(Step::kSend, result);
     }
@@ -282,10 +303,10 @@ int watchedSend(vxIpcEndpoint* endpoint, const void* message, int length) {
 
 int watchedReceive(vxIpcEndpoint* endpoint, void* buffer, int size) {
     if (isOther(endpoint)) {
-        return realReceive(endpoint, buffer, size);
+        return receiveRecorded(endpoint, buffer, size);
     }
     const int received =
-        watch.holds ? answerHeldWrite(buffer) : realReceive(endpoint, buffer, size);
+        watch.holds ? answerHeldWrite(buffer) : receiveRecorded(endpoint, buffer, size);
     if (received < 0) {
         watch.broken = brokenAt(Step::kReceive, received);
         endIfInterrupted();

@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstdio>
 
+#include "tools/mediactl/exchange_recording.h"
 #include "tools/mediactl/failure.h"
 
 namespace mediactl {
@@ -28,6 +29,7 @@ void endIfInterrupted() {
     // One more ends a process whose reader takes nothing.
     std::signal(signal, SIG_DFL);
     (void)fail(Failure{"interrupted", "interrupted", ""});
+    (void)finishRecording();
     std::fflush(stdout);
     std::raise(signal);
 }

@@ -140,6 +140,15 @@ TEST(Enumeration, ADatabaseThatIsNotAsItWasCounted) {
     EXPECT_EQ(list.getNextMedia(&out, freshRules), ZEPMediaList::kItem);
     EXPECT_THAT(out.files, ElementsAre(kFolder + "V0040001.JPG"));
     EXPECT_THAT(log.take(), HasSubstr("itemCb: Missing group in span map: 4\n"));
+
+    list.rewind();
+    card.items.clear();
+    EXPECT_EQ(list.getNextMedia(&out, freshRules), ZEPMediaList::kEnd)
+        << "the entry is asked for again";
+    card.items = {{4, "VXMF0001.JPG"}};
+    EXPECT_EQ(list.getNextMedia(&out, freshRules), ZEPMediaList::kItem);
+    card.failingExchange = platform.opened + 1;
+    EXPECT_EQ(ZEPMediaList().getNextMedia(&out, freshRules), ZEPMediaList::kFailed);
 }
 
 TEST(Enumeration, FoldsOnlySpansThatItCanTellApart) {

@@ -1,4 +1,5 @@
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -39,6 +40,18 @@ TEST(Mutex, IsFreeAfterAsManyUnlocksAsLocks) {
     EXPECT_EQ(sys_mutex_lock(nullptr) & sys_mutex_timedlock(mutex.storage(), nullptr), 1);
 }
 
+TEST(Mutex, KeepsTheAttributesItIsGiven) {
+    pthread_mutexattr_t* const attr = sys_mutexattr_create();
+    pthread_mutex_t* const mutex = sys_mutex_create();
+    EXPECT_FALSE(sys_mutexattr_init(attr) ||
+                 pthread_mutexattr_settype(attr, PTHREAD_MUTEX_ERRORCHECK) ||
+                 sys_mutex_init(mutex, attr) || sys_mutexattr_destroy(attr));
+    EXPECT_EQ(sys_mutex_trylock(mutex), 0);
+    EXPECT_EQ(sys_mutex_trylock(mutex), EBUSY);
+    EXPECT_EQ(sys_mutex_lock(mutex), EDEADLK);
+    EXPECT_FALSE(sys_mutex_unlock(mutex) || sys_mutex_destroy(mutex));
+}
+
 TEST(Condition, TellsSignalTimeOutAndFailureApart) {
     const timespec deadline = vcore::deadlineAfter({7, 600000}, 1500);
     EXPECT_TRUE(deadline.tv_sec == 9 && deadline.tv_nsec == 100000000);
@@ -54,6 +67,12 @@ TEST(Condition, TellsSignalTimeOutAndFailureApart) {
         EXPECT_FALSE(sys_cond_signal(cond) || sys_cond_broadcast(cond));
     });
     EXPECT_EQ(sys_cond_timedwait_ms(cond, mutex.storage(), 60000), 0);
+    signaller.join();
+    signaller = std::thread([&] {
+        const vcore::AutoLock lock(&mutex);
+        sys_cond_signal(cond);
+    });
+    EXPECT_EQ(sys_cond_wait(cond, mutex.storage()), 0);
     mutex.unlock();
     signaller.join();
     EXPECT_EQ(sys_cond_free(cond), 0);
@@ -102,10 +121,77 @@ TEST(Thread, RunsAndGivesItsResult) {
         EXPECT_FALSE(sys_thread_join(thread, &result) || sys_thread_free(thread));
         EXPECT_EQ(result, &argument);
     }
+    pthread_t self{};
+    EXPECT_TRUE(sys_thread_self(&self) == 0 && pthread_equal(self, pthread_self()) != 0);
+    const auto sleep = [](void*) -> void* {
+        for (;;) {
+            pause();
+        }
+    };
+    sys_thread_t* const canceled = sys_thread_create(nullptr, sleep, nullptr, 0, nullptr, 0);
+    void* result = nullptr;
+    EXPECT_FALSE(sys_thread_cancel(canceled) || sys_thread_join(canceled, &result) ||
+                 sys_thread_free(canceled));
+    EXPECT_EQ(result, PTHREAD_CANCELED);
+
     pthread_attr_t* const attr = sys_thread_attr_create();
     EXPECT_FALSE(sys_thread_attr_init(attr) || sys_thread_attr_set_detached(attr, 1));
+    sys_thread_t* const detached = sys_thread_create(
+        attr, [](void*) -> void* { return nullptr; }, nullptr, 0, nullptr, 0);
+    EXPECT_EQ(sys_thread_detach(detached), 1) << "it is already";
+    EXPECT_EQ(sys_thread_free(detached), 0);
     EXPECT_EQ(sys_thread_attr_set_detached(attr, 2), 1);
     EXPECT_EQ(sys_thread_attr_destroy(attr), 0);
+}
+
+TEST(Time, PassesWhileOneSleeps) {
+    timeval before{};
+    timeval after{};
+    EXPECT_FALSE(sys_gettimeofday(&before, nullptr) || sys_sleep_ms(1020) ||
+                 sys_gettimeofday(&after, nullptr));
+    timersub(&after, &before, &after);
+    EXPECT_GE(static_cast<double>(after.tv_sec) + static_cast<double>(after.tv_usec) * 1e-6, 1.02);
+}
+
+TEST(Calls, OfNothingGiveOne) {
+    pthread_mutex_t mutex = PTHREAD_MUTEX_INITIALIZER;
+    pthread_cond_t cond = PTHREAD_COND_INITIALIZER;
+    int value = 0;
+    const int results[] = {sys_mutex_init(nullptr, nullptr),
+                           sys_mutex_trylock(nullptr),
+                           sys_mutex_unlock(nullptr),
+                           sys_mutex_timedlock(nullptr, &kPast),
+                           sys_mutex_destroy(nullptr),
+                           sys_mutexattr_init(nullptr),
+                           sys_mutexattr_destroy(nullptr),
+                           sys_cond_init(nullptr, nullptr),
+                           sys_cond_wait(nullptr, &mutex),
+                           sys_cond_wait(&cond, nullptr),
+                           sys_cond_timedwait(nullptr, &mutex, &kPast),
+                           sys_cond_timedwait(&cond, nullptr, &kPast),
+                           sys_cond_timedwait(&cond, &mutex, nullptr),
+                           sys_cond_timedwait_ms(nullptr, &mutex, 1),
+                           sys_cond_timedwait_ms(&cond, nullptr, 1),
+                           sys_cond_signal(nullptr),
+                           sys_cond_broadcast(nullptr),
+                           sys_cond_free(nullptr),
+                           sys_sem_wait(nullptr),
+                           sys_sem_trywait(nullptr),
+                           sys_sem_post(nullptr),
+                           sys_sem_getvalue(nullptr, &value),
+                           sys_sem_close(nullptr),
+                           sys_sem_free(nullptr),
+                           sys_thread_free(nullptr),
+                           sys_thread_self(nullptr),
+                           sys_thread_equal(nullptr, nullptr),
+                           sys_thread_cancel(nullptr),
+                           sys_thread_detach(nullptr),
+                           sys_thread_join(nullptr, nullptr),
+                           sys_thread_attr_init(nullptr),
+                           sys_thread_attr_set_detached(nullptr, 0),
+                           sys_thread_attr_destroy(nullptr),
+                           sys_gettimeofday(nullptr, nullptr)};
+    EXPECT_THAT(results, testing::Each(1));
 }
 
 }  // namespace

@@ -70,6 +70,47 @@ TEST(LogSink, FiltersByCategoryThresholdAndLevelMask) {
     }
 }
 
+TEST(LogSink, GivesWhatWasSetAndOneForNothing) {
+    log_sink_t* const sink = log_sink_create();
+    const struct {
+        int (*set)(log_sink_t*, uint32_t);
+        int (*get)(const log_sink_t*, uint32_t*);
+    } fields[] = {{log_sink_set_outputs, log_sink_get_outputs},
+                  {log_sink_set_level, log_sink_get_level},
+                  {log_sink_set_level_mask, log_sink_get_level_mask},
+                  {log_sink_set_category_mask, log_sink_get_category_mask}};
+    uint32_t value = 7;
+    for (const auto& [set, get] : fields) {
+        EXPECT_EQ(set(sink, value + 1), 0);
+        EXPECT_EQ(set(nullptr, 1) & get(nullptr, &value) & get(sink, nullptr), 1);
+    }
+    for (const auto& field : fields) {
+        EXPECT_EQ(field.get(sink, &value), 0);
+        EXPECT_EQ(value, 8u);
+    }
+    EXPECT_EQ(log_sink_flush(sink), 0);
+    log_sink_attach_stream(sink, recorder("file "));
+    FILE* stream = nullptr;
+    log_sink_get_stream(sink, &stream);
+    std::fputs("held", stream);
+    EXPECT_EQ(log_sink_flush(sink), 0);
+    EXPECT_EQ(CapturedSink::take(), "file held");
+    fclose(stream);
+    const int refused[] = {log_sink_flush(nullptr),
+                           log_sink_close_file(nullptr),
+                           log_sink_open_file(nullptr, "/tmp/x", "a"),
+                           log_sink_open_file(sink, nullptr, "a"),
+                           log_sink_open_file(sink, "/tmp/x", nullptr),
+                           log_sink_attach_stream(nullptr, stdout),
+                           log_sink_get_file(nullptr, nullptr, nullptr),
+                           log_sink_get_stream(nullptr, &stream),
+                           log_sink_get_stream(sink, nullptr),
+                           log_sink_add_callback(nullptr, onLine),
+                           log_sink_remove_callback(nullptr, onLine)};
+    EXPECT_THAT(refused, testing::Each(1));
+    EXPECT_EQ(log_sink_destroy(sink) | log_sink_destroy(nullptr), 0);
+}
+
 TEST(LogSink, EndsEachLineWithOneNewline) {
     const CapturedSink sink;
     for (const char* const text : {"text\n", "a\nb\n\n", "\n", "100%\n"}) {

@@ -108,9 +108,8 @@ int serveCard(const Arguments& arguments) {
         exchanges.add(fault);
     }
     host::ChannelServer server;
-    const auto open = [&](const char* channel, host::RequestHandler handler) {
-        server.open(channel, recorder ? recorded(channel, std::move(handler), *recorder)
-                                      : std::move(handler));
+    const auto open = [&](const char* channel, const host::RequestHandler& handler) {
+        server.open(channel, recorder ? recorded(channel, handler, *recorder) : handler);
     };
     open(simulator::kDatabaseChannel,
          [&](simulator::Request request) { return exchanges.next(card.current(), request); });

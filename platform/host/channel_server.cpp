@@ -24,6 +24,8 @@ namespace {
 // Further clients wait in the backlog; the process keeps descriptors for everything else.
 constexpr std::size_t kConnectionsMax = 500;
 constexpr int64_t kWaitMaxMs = 60'000;
+// How long no client is accepted after the system had no descriptor left for one.
+constexpr std::chrono::milliseconds kAcceptPause{100};
 
 [[noreturn]] void fail(const std::string& path, const char* reason) {
     throw std::runtime_error(path + ": " + reason);
@@ -151,19 +153,26 @@ void ChannelServer::run(int stop) {
 // Returns the time to wait at most in milliseconds, negative for any time.
 int ChannelServer::collectEvents(int stop, std::vector<pollfd>& polled) const {
     polled.assign(1, {stop, POLLIN, 0});
-    const short accepted = mConnections.size() < kConnectionsMax ? POLLIN : 0;
+    const auto now = Clock::now();
+    int time = -1;
+    const auto waitUntil = [&](Clock::time_point then) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(then - now);
+        const int leftTime = static_cast<int>(std::min<int64_t>(left.count(), kWaitMaxMs));
+        time = time < 0 ? leftTime : std::min(time, leftTime);
+    };
+    short accepted = mConnections.size() < kConnectionsMax ? POLLIN : 0;
+    if (mAcceptFrom > now) {
+        accepted = 0;
+        waitUntil(mAcceptFrom);
+    }
     for (const Channel& channel : mChannels) {
         polled.push_back({channel.listener.get(), accepted, 0});
     }
-    const auto now = Clock::now();
-    int time = -1;
     for (const Connection& connection : mConnections) {
         short events = connection.outgoing.empty() ? POLLIN : POLLOUT;
         if (!connection.outgoing.empty() && connection.due > now) {
             events = 0;
-            const auto left = std::chrono::ceil<std::chrono::milliseconds>(connection.due - now);
-            const int leftTime = static_cast<int>(std::min<int64_t>(left.count(), kWaitMaxMs));
-            time = time < 0 ? leftTime : std::min(time, leftTime);
+            waitUntil(connection.due);
         }
         polled.push_back({connection.socket.get(), events, 0});
     }
@@ -175,6 +184,8 @@ void ChannelServer::acceptFrom(const Channel& channel) {
         accept4(channel.listener.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
     if (socket.get() >= 0) {
         mConnections.push_back({std::move(socket), &channel.handler});
+    } else if (errno != EAGAIN && errno != ECONNABORTED) {
+        mAcceptFrom = Clock::now() + kAcceptPause;
     }
 }
 

@@ -44,7 +44,8 @@ class ChannelServer {
     void open(std::string_view channel, RequestHandler handler);
 
     // Serves every open channel until stop becomes readable. A connection's next request is read
-    // when the reply to the one before has gone out.
+    // when the reply to the one before has gone out. Where the system has no descriptor left for a
+    // client, it waits and is accepted later; so it does beyond 500 connections.
     // Throws std::system_error when the system gives no way to wait.
     void run(int stop);
 
@@ -73,6 +74,7 @@ class ChannelServer {
 
     std::list<Channel> mChannels;
     std::list<Connection> mConnections;
+    Clock::time_point mAcceptFrom = {};  // no client is accepted before
 };
 
 }  // namespace host

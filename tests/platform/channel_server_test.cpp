@@ -1,11 +1,16 @@
 #include "platform/host/channel_server.h"
 
 #include <gmock/gmock.h>
+#include <poll.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
+#include <chrono>
+#include <ctime>
 #include <deque>
 #include <filesystem>
 #include <fstream>
+#include <thread>
 
 #include "tests/platform/client.h"
 #include "tests/support/channel_thread.h"
@@ -71,6 +76,26 @@ TEST(ChannelServer, livesInTheFolderThatTheEnvironmentNames) {
     }
     unsetenv(host::kChannelFolderVariable);
     EXPECT_EQ(Client(kChannel).exchange("usual"), "usual");
+}
+
+TEST(ChannelServer, waitsAtRestForADescriptorToAcceptAClient) {
+    const ChannelThread server(kChannel, echo);
+    Client served(kChannel);
+    ASSERT_EQ(served.exchange("served"), "served");
+    const host::UniqueFd waiting = host::openMessageSocket();
+    rlimit limit{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
+    const rlimit full{static_cast<rlim_t>(waiting.get()) + 1, limit.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &full), 0);
+    ASSERT_EQ(host::connectTo(waiting.get(), *host::channelAddress(kChannel)), 0);
+    const std::clock_t before = std::clock();
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 10) << "it turns in a circle";
+    EXPECT_EQ(served.exchange("meanwhile"), "meanwhile");
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
+    ASSERT_EQ(send(waiting.get(), "late", 4, 0), 4);
+    pollfd replied{waiting.get(), POLLIN, 0};
+    EXPECT_EQ(poll(&replied, 1, 5000), 1) << "never accepted";
 }
 
 TEST(ChannelServer, servesManyConnectionsWhoeverReadsSlowly) {

@@ -20,11 +20,16 @@ uint32_t modificationTime(const fs::directory_entry& file) {
         std::clamp<int64_t>(seconds, 0, std::numeric_limits<uint32_t>::max()));
 }
 
-CardDirectory scanDirectory(const fs::path& path) {
+CardDirectory scanDirectory(const fs::path& path, std::vector<Skipped>& skipped) {
     CardDirectory directory{path.filename().string(), {}};
     for (const fs::directory_entry& file : fs::directory_iterator(path)) {
         const std::string name = file.path().filename().string();
-        if (name.size() <= kFileNameSize && file.is_regular_file()) {
+        if (!file.is_regular_file()) {
+            skipped.push_back({directory.name + "/" + name, "it is no file"});
+        } else if (name.size() > kFileNameSize) {
+            skipped.push_back(
+                {directory.name + "/" + name, "its name is longer than 12 characters"});
+        } else {
             directory.files.push_back({name, file.file_size(), modificationTime(file)});
         }
     }
@@ -34,12 +39,17 @@ CardDirectory scanDirectory(const fs::path& path) {
 
 }  // namespace
 
-std::vector<CardDirectory> scanCard(const fs::path& card) {
+std::vector<CardDirectory> scanCard(const fs::path& card, std::vector<Skipped>& skipped) {
     std::vector<CardDirectory> directories;
     try {
         for (const fs::directory_entry& entry : fs::directory_iterator(card / "DCIM")) {
-            if (entry.path().filename().string().size() == kDirNameSize && entry.is_directory()) {
-                directories.push_back(scanDirectory(entry.path()));
+            const std::string name = entry.path().filename().string();
+            if (!entry.is_directory()) {
+                skipped.push_back({name, "it is in no directory"});
+            } else if (name.size() != kDirNameSize) {
+                skipped.push_back({name, "its name is not of 8 characters"});
+            } else {
+                directories.push_back(scanDirectory(entry.path(), skipped));
             }
         }
     } catch (const fs::filesystem_error& error) {

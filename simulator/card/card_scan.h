@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "simulator/card/skipped.h"
+
 namespace simulator {
 
 struct CardFile {
@@ -20,8 +22,9 @@ struct CardDirectory {
 };
 
 // Reads CARD/DCIM/*/: the directories whose names have 8 characters, by name, and in each the files
-// whose names have at most 12; nothing else on a card is reachable through the database.
-// Throws InputError when there is no DCIM or a folder cannot be read.
-[[nodiscard]] std::vector<CardDirectory> scanCard(const std::filesystem::path& card);
+// whose names have at most 12; nothing else on a card is reachable through the database, and is
+// added to skipped. Throws InputError when there is no DCIM or a folder cannot be read.
+[[nodiscard]] std::vector<CardDirectory> scanCard(const std::filesystem::path& card,
+                                                  std::vector<Skipped>& skipped);
 
 }  // namespace simulator

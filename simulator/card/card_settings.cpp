@@ -28,9 +28,7 @@ Places placesOf(std::vector<MediaItem>& items) {
     Places places;
     for (MediaItem& item : items) {
         for (MediaFile& file : item.files) {
-            std::string name(file.record.dir_name, kDirNameSize);
-            name.append("/").append(file.record.file_name, kFileNameSize);
-            places.emplace(name, Place{&item, &file});
+            places.emplace(pathOf(file.record), Place{&item, &file});
         }
     }
     return places;

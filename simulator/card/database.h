@@ -10,6 +10,7 @@
 
 #include "simulator/card/card_scan.h"
 #include "simulator/card/media_item.h"
+#include "simulator/card/skipped.h"
 #include <mediacheckd/vxMediaRTOSDB/db_requests.h>
 
 namespace simulator {
@@ -41,6 +42,7 @@ class Database {
 
     uint32_t sessionId = 1;
     std::optional<uint32_t> modelNumber = {};
+    std::vector<Skipped> skipped = {};  // what is on the card and not in here
 
   private:
     struct Place {

@@ -57,7 +57,8 @@ void appendGroup(std::vector<MediaItem>& items, Group group) {
 }
 
 void appendDirectory(std::vector<MediaItem>& items, const CardDirectory& directory,
-                     bool oneBasedChapters, const ExtraContentType& extraContentType) {
+                     bool oneBasedChapters, const ExtraContentType& extraContentType,
+                     std::vector<Skipped>& skipped) {
     std::map<std::string, Group> groups;
     std::vector<MediaItem> found;
     for (const CardFile& file : directory.files) {
@@ -65,6 +66,8 @@ void appendDirectory(std::vector<MediaItem>& items, const CardDirectory& directo
         if (!name) {
             const auto contentType = extraContentType(directory.name, file.name);
             if (!contentType) {
+                skipped.push_back(
+                    {directory.name + "/" + file.name, "its name is no video's and no photo's"});
                 continue;
             }
             name = MediaName{*contentType};
@@ -90,10 +93,11 @@ void appendDirectory(std::vector<MediaItem>& items, const CardDirectory& directo
 }  // namespace
 
 std::vector<MediaItem> groupMedia(const std::vector<CardDirectory>& directories,
-                                  bool oneBasedChapters, const ExtraContentType& extraContentType) {
+                                  bool oneBasedChapters, const ExtraContentType& extraContentType,
+                                  std::vector<Skipped>& skipped) {
     std::vector<MediaItem> items;
     for (const CardDirectory& directory : directories) {
-        appendDirectory(items, directory, oneBasedChapters, extraContentType);
+        appendDirectory(items, directory, oneBasedChapters, extraContentType, skipped);
     }
     return items;
 }

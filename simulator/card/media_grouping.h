@@ -17,9 +17,11 @@ using ExtraContentType =
 
 // The items of the directories, by directory and leading file name. A group's files of one
 // directory are one item, or several where they span more than kSpanMax numbers; a group that goes
-// on in the next directory is a further item of the same group number.
+// on in the next directory is a further item of the same group number. A file that is no item's is
+// added to skipped.
 [[nodiscard]] std::vector<MediaItem> groupMedia(const std::vector<CardDirectory>& directories,
                                                 bool oneBasedChapters,
-                                                const ExtraContentType& extraContentType);
+                                                const ExtraContentType& extraContentType,
+                                                std::vector<Skipped>& skipped);
 
 }  // namespace simulator

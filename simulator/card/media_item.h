@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include <mediacheckd/vxMediaRTOSDB/db_item_record.h>
@@ -13,6 +14,9 @@ inline constexpr uint32_t kSpanMax = 4096;
 
 // A video with more highlights than this would not fit in a reply.
 inline constexpr std::size_t kHighlightsMax = 300;
+
+// The directory, a slash and the name of a file.
+[[nodiscard]] std::string pathOf(const db_item_record& file);
 
 // One file, as the records that describe it. Highlight counts are left to the reply.
 struct MediaFile {

@@ -21,8 +21,8 @@ struct MediaFacts {
 };
 
 // Reads a video or, where the name ends in ".JPG", a photo. None for a placeholder, a file that is
-// empty or begins with zeros, and wherever this build reads no media. Throws InputError with the reason
-// where the file is no such medium.
+// empty or begins with zeros, and wherever this build reads no media. Throws InputError with the
+// reason where the file is no such medium.
 [[nodiscard]] std::optional<MediaFacts> readMediaFacts(const std::filesystem::path& path);
 
 }  // namespace simulator

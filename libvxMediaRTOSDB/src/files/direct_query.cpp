@@ -22,9 +22,9 @@ int refuseSize(int received) {
     return -1;
 }
 
-// Returns the number of bytes received, at least those that the query needs, or -1.
+// Returns the number of bytes received, at least the minimum, or -1.
 int exchange(const DirectQuery& query, rtosConnection* connection, const void* request, int size,
-             ResponseBuffer& response) {
+             size_t minimum, ResponseBuffer& response) {
     const int sent = vxIpcSend(&connection->endpoint, request, size);
     if (sent < 0) {
         UTIL_LOG(UTIL_LOG_ERROR, query.sendFailed, sent);
@@ -34,7 +34,7 @@ int exchange(const DirectQuery& query, rtosConnection* connection, const void* r
 
     const int received = rtosConnectionRecv(connection, response.data(), kResponseBufferSize);
     UTIL_LOG(UTIL_LOG_DEBUG, query.received, received);
-    return received >= static_cast<int>(query.minimumResponse) ? received : refuseSize(received);
+    return received >= static_cast<int>(minimum) ? received : refuseSize(received);
 }
 
 // Tells whether the response has an entry, and corrects its count.
@@ -69,15 +69,16 @@ bool acceptsContent(const DirectQuery& query, RecordReader answer) {
 }  // namespace
 
 int runDirectQuery(const DirectQuery& query, const db_request_header& request, size_t requestSize,
-                   bool (*copy)(void* outputs, RecordReader answer), void* outputs) {
+                   size_t minimumAnswer, bool (*copy)(void* outputs, RecordReader answer),
+                   void* outputs) {
     const ElapsedTime elapsed;
     RtosConnectionGuard connection;
     if (connection.result() < 0) {
         return connection.result();
     }
     ResponseBuffer response;
-    const int received =
-        exchange(query, connection.get(), &request, static_cast<int>(requestSize), response);
+    const int received = exchange(query, connection.get(), &request, static_cast<int>(requestSize),
+                                  sizeof(db_response_header) + minimumAnswer, response);
     if (received < 0) {
         return -1;
     }

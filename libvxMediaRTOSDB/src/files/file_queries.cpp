@@ -22,37 +22,31 @@ constexpr const char* kReceivedContentInfo = "getContentInfo got %d bytes\n";
 constexpr DirectQuery kContentInfo = {
     .command = DB_CMD_CONTENT_INFO,
     .received = kReceivedContentInfo,
-    .minimumResponse = sizeof(db_item_response),
 };
 constexpr DirectQuery kGroupContentInfo = {
     .command = DB_CMD_GROUP_CONTENT_INFO,
     .received = "getGroupContentInfo got %d bytes\n",
-    .minimumResponse = sizeof(db_item_response) + sizeof(db_group_info),
     .accepts = isGroup,
     .refused = "struct db_content_type %d - must be group content for operation\n",
 };
 constexpr DirectQuery kVideoSpecificInfo = {
     .command = DB_CMD_VIDEO_SPECIFIC_INFO,
     .received = "getVideoSpecificInfo got %d bytes\n",
-    .minimumResponse = sizeof(db_item_response) + sizeof(db_video_specific_info),
     .accepts = isVideo,
     .refused = "struct db_content_type %d - must be video for operation\n",
 };
 constexpr DirectQuery kContentInfoByGumi = {
     .command = DB_CMD_CONTENT_INFO_BY_GUMI,
     .received = kReceivedContentInfo,
-    .minimumResponse = sizeof(db_file_name_response),
 };
 constexpr DirectQuery kFileGumi = {
     .command = DB_CMD_FILE_GUMI,
     .received = kReceivedContentInfo,
-    .minimumResponse = offsetof(db_file_gumi_response, parent_gumi),
     .sendFailed = " error on IPC send %d\n",
 };
 constexpr DirectQuery kMoreInfo = {
     .command = DB_CMD_MORE_INFO,
     .received = "getMoreInfo got %d bytes\n",
-    .minimumResponse = sizeof(db_more_info_response),
 };
 
 db_file_request fileRequest(const char* fs) {
@@ -109,12 +103,8 @@ int getContentInfo(const char* fs, db_item_record* ci) {
         UTIL_LOG(UTIL_LOG_ERROR, "Invalid input: fs = %p, ci = %p\n", fs, ci);
         return -1;
     }
-    return directQuery(kContentInfo, fileRequest(fs), [&](RecordReader answer) {
-        const auto* item = answer.read<db_item_record>();
-        if (!item) {
-            return false;
-        }
-        *ci = *item;
+    return directQuery<db_item_record>(kContentInfo, fileRequest(fs), [&](const auto& item, auto) {
+        *ci = item;
         return true;
     });
 }
@@ -125,35 +115,32 @@ int getGroupContentInfo(const char* fs, db_group_info* gci, db_item_record* ci, 
         UTIL_LOG(UTIL_LOG_ERROR, "Invalid input: fs = %p, gci = %p, ci = %p\n", fs, gci, ci);
         return -1;
     }
-    return directQuery(kGroupContentInfo, fileRequest(fs), [&](RecordReader answer) {
-        const auto* item = answer.read<db_item_record>();
-        const auto* group = answer.read<db_group_info>();
-        if (!item || !group) {
-            return false;
-        }
-        const bool hasMask = group->num_missing != 0;
-        const uint64_t size = (group->last_number - group->first_number) / 8 + 1;
-        Mask members;
-        Mask highlights;
-        if (mask && hasMask) {
-            members = readMask(answer, 0, size);
-            if (!members) {
-                return false;
+    return directQuery<db_item_record, db_group_info>(
+        kGroupContentInfo, fileRequest(fs),
+        [&](const auto& item, const auto& group, RecordReader masks) {
+            const bool hasMask = group.num_missing != 0;
+            const uint64_t size = (group.last_number - group.first_number) / 8 + 1;
+            Mask members;
+            Mask highlights;
+            if (mask && hasMask) {
+                members = readMask(masks, 0, size);
+                if (!members) {
+                    return false;
+                }
             }
-        }
-        if (highlightMask && item->highlight_count != 0) {
-            highlights = readMask(answer, hasMask ? maskSize(*group) : 0, size);
-            // A video's highlights need no mask: only photo groups always have one.
-            if (!highlights && isPhotoGroup(item->content_type)) {
-                return false;
+            if (highlightMask && item.highlight_count != 0) {
+                highlights = readMask(masks, hasMask ? maskSize(group) : 0, size);
+                // A video's highlights need no mask: only photo groups always have one.
+                if (!highlights && isPhotoGroup(item.content_type)) {
+                    return false;
+                }
             }
-        }
-        *ci = *item;
-        *gci = *group;
-        copyMask(members, mask);
-        copyMask(highlights, highlightMask);
-        return true;
-    });
+            *ci = item;
+            *gci = group;
+            copyMask(members, mask);
+            copyMask(highlights, highlightMask);
+            return true;
+        });
 }
 
 int getVideoSpecificInfo(const char* fs, db_video_specific_info* vsi, db_item_record* ci,
@@ -162,24 +149,21 @@ int getVideoSpecificInfo(const char* fs, db_video_specific_info* vsi, db_item_re
         UTIL_LOG(UTIL_LOG_ERROR, "Invalid input: fs = %p, vsi = %p\n", fs, vsi);
         return -1;
     }
-    return directQuery(kVideoSpecificInfo, fileRequest(fs), [&](RecordReader answer) {
-        const auto* item = answer.read<db_item_record>();
-        const auto* info = answer.read<db_video_specific_info>();
-        if (!item || !info) {
-            return false;
-        }
-        const auto values = answer.readArray<u32le>(
-            highlightsWanted(*info, highlights, maxNumberHighlightsExpected));
-        if (!values) {
-            return false;
-        }
-        *vsi = *info;
-        if (ci) {
-            *ci = *item;
-        }
-        std::copy(values->begin(), values->end(), highlights);
-        return true;
-    });
+    return directQuery<db_item_record, db_video_specific_info>(
+        kVideoSpecificInfo, fileRequest(fs),
+        [&](const auto& item, const auto& info, RecordReader times) {
+            const auto values = times.readArray<u32le>(
+                highlightsWanted(info, highlights, maxNumberHighlightsExpected));
+            if (!values) {
+                return false;
+            }
+            *vsi = info;
+            if (ci) {
+                *ci = item;
+            }
+            std::copy(values->begin(), values->end(), highlights);
+            return true;
+        });
 }
 
 int getContentInfoByGUMI(const db_gumi* gumi, char* fs) {
@@ -189,12 +173,8 @@ int getContentInfoByGUMI(const db_gumi* gumi, char* fs) {
     }
     db_gumi_request request;
     request.gumi = *gumi;
-    return directQuery(kContentInfoByGumi, request, [&](RecordReader answer) {
-        const auto* name = answer.read<db_file_name>();
-        if (!name) {
-            return false;
-        }
-        std::memcpy(fs, name, sizeof *name);
+    return directQuery<db_file_name>(kContentInfoByGumi, request, [&](const auto& name, auto) {
+        std::memcpy(fs, &name, sizeof name);
         return true;
     });
 }
@@ -204,20 +184,16 @@ int getFileGUMI(const char* fs, db_gumi* gumi, db_gumi* parentGumi) {
         UTIL_LOG(UTIL_LOG_ERROR, "Invalid input: fs = %p, gumi = %p\n", fs, gumi);
         return -1;
     }
-    return directQuery(kFileGumi, fileRequest(fs), [&](RecordReader answer) {
-        const auto* item = answer.read<db_item_record>();
-        const auto* own = answer.read<db_gumi>();
-        if (!item || !own) {
-            return false;
-        }
-        *gumi = *own;
-        if (parentGumi) {
-            const auto* parent = answer.read<db_gumi>();
-            const bool hasParent = item->attributes & ITEM_ATTRIBUTE_PARENT_GUMI;
-            *parentGumi = hasParent && parent ? *parent : db_gumi{};
-        }
-        return true;
-    });
+    return directQuery<db_item_record, db_gumi>(
+        kFileGumi, fileRequest(fs), [&](const auto& item, const auto& own, RecordReader rest) {
+            *gumi = own;
+            if (parentGumi) {
+                const auto* parent = rest.read<db_gumi>();
+                const bool hasParent = item.attributes & ITEM_ATTRIBUTE_PARENT_GUMI;
+                *parentGumi = hasParent && parent ? *parent : db_gumi{};
+            }
+            return true;
+        });
 }
 
 int getMoreInfo(const char* fs, db_more_info* mi) {
@@ -225,12 +201,8 @@ int getMoreInfo(const char* fs, db_more_info* mi) {
         UTIL_LOG(UTIL_LOG_ERROR, "Invalid input: fs = %p, mi = %p\n", fs, mi);
         return -1;
     }
-    return directQuery(kMoreInfo, fileRequest(fs), [&](RecordReader answer) {
-        const auto* info = answer.read<db_more_info>();
-        if (!info) {
-            return false;
-        }
-        *mi = *info;
+    return directQuery<db_more_info>(kMoreInfo, fileRequest(fs), [&](const auto& info, auto) {
+        *mi = info;
         return true;
     });
 }

@@ -44,5 +44,5 @@ int main(int argc, char** argv) {
     const ChannelThread database("rtos_media_db",
                                  [page](auto) { return host::Reply{.messages = {page}}; });
     return runBenchmarks(argc, argv,
-                         {{"pageFetch/real_time", "bareExchangeOfPage/real_time", 1.15}});
+                         {{"pageFetch/real_time", "bareExchangeOfPage/real_time", 1.05}});
 }

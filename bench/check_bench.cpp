@@ -39,5 +39,5 @@ int main(int argc, char** argv) {
     });
     benchmark::RegisterBenchmark("mediacheckd", startToEvent, DAEMON)->UseManualTime();
     benchmark::RegisterBenchmark("bareCheck", startToEvent, BARE_CHECK)->UseManualTime();
-    return runBenchmarks(argc, argv, {{"mediacheckd/manual_time", "bareCheck/manual_time", 1.2}});
+    return runBenchmarks(argc, argv, {{"mediacheckd/manual_time", "bareCheck/manual_time", 1.05}});
 }

@@ -266,9 +266,9 @@ int main(int argc, char** argv) {
     mallopt(M_MMAP_MAX, 0);
     mallopt(M_TRIM_THRESHOLD, INT_MAX);
     return runBenchmarks(argc, argv,
-                         {{"countItems/200000", "pagesOnly/200000", 3.0},
+                         {{"countItems/200000", "pagesOnly/200000", 1.15},
                           {"countItems/200000", "countItems/1000", 200 * 1.1},
-                          {"walkItems/10000", "itemsOnly/10000", 3.0},
+                          {"walkItems/10000", "itemsOnly/10000", 1.2},
                           {"sortList/default/10000", "sortByHand/default/10000", 0.5},
                           {"sortList/default/200000", "sortByHand/default/200000", 0.5},
                           {"sortList/three/10000", "sortByHand/three/10000", 0.5},

@@ -326,9 +326,9 @@ BENCHMARK(copy)->Arg(400);
 
 int main(int argc, char** argv) {
     return runBenchmarks(argc, argv,
-                         {{"library/400", "rapidJson/400", 0.5},
+                         {{"library/400", "rapidJson/400", 0.2},
                           {"library/400", "cJson/400", 0.5},
-                          {"library/400", "copy/400", 25},
+                          {"library/400", "copy/400", 15},
                           {"library/100", "library/10", 11},
                           {"library/400", "library/10", 44}});
 }

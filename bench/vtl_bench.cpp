@@ -179,8 +179,8 @@ BENCHMARK(getJansson)->Arg(10)->Arg(30)->Arg(100)->Arg(1000)->Arg(100000);
 
 int main(int argc, char** argv) {
     return runBenchmarks(argc, argv,
-                         {{"append/1000", "appendGlib/1000", 2.0},
-                          {"append/100000", "appendGlib/100000", 2.0},
-                          {"set/10", "setGlib/10", 2.0},
-                          {"get/10", "getGlib/10", 2.5}});
+                         {{"append/1000", "appendGlib/1000", 1.0},
+                          {"append/100000", "appendGlib/100000", 1.0},
+                          {"set/10", "setGlib/10", 0.6},
+                          {"get/10", "getGlib/10", 1.0}});
 }

@@ -46,5 +46,5 @@ BENCHMARK(copyPage);
 }  // namespace
 
 int main(int argc, char** argv) {
-    return runBenchmarks(argc, argv, {{"walkPage", "copyPage", 0}});
+    return runBenchmarks(argc, argv, {{"walkPage", "copyPage", 8}});
 }

@@ -73,7 +73,10 @@ TEST_F(UploadQueries, WalkEveryKindOfItem) {
     platform.answer = [&](const Bytes&) { return reply(member); };
     const auto check = [](uint32_t options, const Bytes& item, const char* expected, Lines files) {
         const Bytes page = join({listHeader(2, options), item, kPhoto, Bytes(44)});
+        g_logLevel = UTIL_LOG_DEBUG;
+        platform.logs.clear();
         const Delivered delivered = walk(page);
+        EXPECT_EQ(platform.logged("missing:"), strstr(expected, " m0 ") == nullptr);
         EXPECT_EQ(delivered.result, 0);
         EXPECT_EQ(delivered.items.at(0), std::string(expected) + " p1104");
         files.emplace_back("VXAA0001.JPG");

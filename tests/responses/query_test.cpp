@@ -226,9 +226,4 @@ TEST(Queries, Log) {
     g_logLevel = UTIL_LOG_ERROR;
 }
 
-TEST(QueryStatus, NullQueryEndsTheProcess) {
-    QuerySettings settings = {};
-    EXPECT_EXIT((void)parseQueryStatus(nullptr, 0, &settings), testing::ExitedWithCode(255), "");
-}
-
 }  // namespace

@@ -93,6 +93,25 @@ TEST(Enumeration, CountsFoldsAndWalks) {
     EXPECT_EQ(list.getNextMedia(&out, lapses), ZEPMediaList::kEnd);
 }
 
+TEST(Enumeration, TellsEveryKindByItsCode) {
+    const CapturedLog log;
+    Texts codes;
+    for (uint32_t type = 0; type <= DB_CONTENT_TYPE_LAST; ++type) {
+        CardDatabase card{.items = {{type, "VHAA0001.MP4", 1, 1, 1}}};
+        card.serve();
+        ZEPMediaList list;
+        const Texts items = passOver(list).items;
+        codes.push_back(items.empty() ? "-" : items.front().substr(0, items.front().find(' ')));
+        EXPECT_THAT(log.take(), Not(HasSubstr("unknown item type")));
+        zep_item_s unknown{};
+        unknown.content_type = DB_CONTENT_TYPE_LAST + 1;
+        ZEPMediaList::itemCb(&list, &unknown);
+        EXPECT_THAT(log.take(), HasSubstr("ZEPMediaList::itemCb : unknown item type: 13\n"));
+    }
+    EXPECT_THAT(codes,
+                ElementsAre("1", "5", "1", "4", "0", "2", "3", "-", "9", "8", "7", "-", "11"));
+}
+
 TEST(Enumeration, EveryExchangeMayFailOrChangeTheSession) {
     // 1 to 6 count, two of them by writing a status; from 7 the walk asks, twice for later spans.
     for (int exchange = 1; exchange <= 17; ++exchange) {

@@ -166,6 +166,11 @@ TEST(Enumeration, ADatabaseThatIsNotAsItWasCounted) {
         << "the entry is asked for again";
     card.items = {{4, "VXMF0001.JPG"}};
     EXPECT_EQ(list.getNextMedia(&out, freshRules), ZEPMediaList::kItem);
+    card.items = {{6, "V0050001.JPG", 5, 1, 2}, {6, "V0050003.JPG", 5, 3, 4}};
+    ZEPMediaList spans;
+    EXPECT_EQ(spans.getMediaCount(freshRules), 2);
+    card.items.pop_back();
+    EXPECT_EQ(spans.getNextMedia(&out, freshRules), ZEPMediaList::kItem) << "a span has gone";
     card.failingExchange = platform.opened + 1;
     EXPECT_EQ(ZEPMediaList().getNextMedia(&out, freshRules), ZEPMediaList::kFailed);
 }

@@ -172,13 +172,21 @@ TEST(Producers, WithoutConnectionCardOrMemory) {
         int withoutCard;
         std::string body;           // with the identity of the card
         std::string withoutMemory;  // for the buffers
+        bool logsConnection;        // and not only what the connection logs
         std::vector<const char*> buffers = {"localBuffer ", "localDirectoryBuffer ",
                                             "localEntryBuffer "};
     } producers[] = {
-        {[] { return generateMetadata(nullptr, "t=dur&p=100VMEDI/V0010001.MP4"); }, 404, "", ""},
-        {[] { return generateMediaList(nullptr, "f=video"); }, 404, list, ""},
-        {[] { return generateMediaList(nullptr, "f=gumi&folder=A&files=B"); }, 404, list, list},
-        {[] { return dbGetPagedList(nullptr, 1, 9, 0, 0, 0, 0, nullptr); }, 500, list, "", {""}},
+        {[] { return generateMetadata(nullptr, "t=dur&p=100VMEDI/V0010001.MP4"); }, 404, "", "",
+         true},
+        {[] { return generateMediaList(nullptr, "f=video"); }, 404, list, "", false},
+        {[] { return generateMediaList(nullptr, "f=gumi&folder=A&files=B"); }, 404, list, list,
+         true},
+        {[] { return dbGetPagedList(nullptr, 1, 9, 0, 0, 0, 0, nullptr); },
+         500,
+         list,
+         "",
+         false,
+         {""}},
     };
     for (const auto& producer : producers) {
         SCOPED_TRACE(&producer - producers);
@@ -188,6 +196,8 @@ TEST(Producers, WithoutConnectionCardOrMemory) {
             EXPECT_EQ(produced.status, status);
             EXPECT_EQ(produced.body, body);
             EXPECT_TRUE(platform.logged(log)) << log;
+            EXPECT_EQ(platform.logged("rtosConnectionCtor ret < 0"),
+                      producer.logsConnection && log.starts_with("vxIpcInit"));
         };
         resetWithCard();
         platform.initResults = {-7};
@@ -214,8 +224,10 @@ TEST(Producers, LogTheirSettingsAndTheQueriesTheyReject) {
     EXPECT_EQ(produce([] { return generateMediaList(nullptr, "f=x"); }).status, 501);
     EXPECT_TRUE(platform.logged("parseMediaListQuery ret: 501, query:'f=x'"));
     EXPECT_TRUE(platform.logged("pSettings->whitelistMask = 0xffffffff"));
+    platform.logs.clear();
     EXPECT_EQ(produce([] { return generateMetadata(nullptr, "t=x"); }).status, 501);
     EXPECT_TRUE(platform.logged("parseMetadataQuery ret: 501, query:'t=x'"));
+    EXPECT_TRUE(platform.logged("pSettings->filter = 0x"));
     g_logLevel = UTIL_LOG_ERROR;
 }
 

@@ -256,6 +256,7 @@ TEST_F(UploadQueries, BearAnyReply) {
           "WARN :truncating to 3 items in this page\n",
           "ERROR:*pBytesRead=19 < sizeof db_response_header:20, failed, ret -3\n",
           "DEBUG:                list_options sort_order 1\n",
+          "DEBUG:ResponseHeader: command_type 10\n",
           "DEBUG:filename: V0010001.JPG format: V%03d%04d.JPG\n",
           "WARN :error on IPC received, retrying, status 9\n",
           "WARN :19 bytes received, expecting 20, retrying\n"}) {
